@@ -1,0 +1,25 @@
+# tavolins_target(<target> [DEPRECATED_QT_ALLOWED])
+#
+# What all targets of the project have in common: language level, Qt's strictness macros, warnings,
+# sanitizers. DEPRECATED_QT_ALLOWED is for code that compares against Qt's older API.
+function(tavolins_target target)
+    cmake_parse_arguments(arg "DEPRECATED_QT_ALLOWED" "" "" ${ARGN})
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    target_compile_features(${target} PRIVATE cxx_std_17)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING)
+    if(NOT arg_DEPRECATED_QT_ALLOWED)
+        target_compile_definitions(${target} PRIVATE QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+    endif()
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wconversion)
+        if(TAVOLINS_WARNINGS_AS_ERRORS)
+            target_compile_options(${target} PRIVATE -Werror)
+        endif()
+    endif()
+    if(TAVOLINS_SANITIZE)
+        set(flags -fsanitize=${TAVOLINS_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_compile_options(${target} PRIVATE ${flags})
+        target_link_options(${target} PRIVATE ${flags})
+    endif()
+endfunction()

@@ -1,0 +1,220 @@
+#include "manager/thememanager.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QScopedValueRollback>
+#include <QtQml/QQmlEngine>
+
+ThemeManager *ThemeManager::g_themeMng = nullptr;
+
+namespace {
+
+enum Role { PointerRole = Qt::UserRole + 1 };
+
+enum LoadStatus { Loaded = 0, Failed = 1, WaitsForParent = 2 };
+
+/// Only the form "qrc:/" counts as a resource here; the watcher has nothing to watch there.
+bool isWatchable(const QString &filename)
+{
+    return !filename.isEmpty() && !filename.startsWith(QLatin1String("qrc:/"));
+}
+
+} // namespace
+
+ThemeManager::ThemeManager()
+    : m_ownTheme(new Theme(this))
+{
+    roleTable = QAbstractListModel::roleNames();
+    roleTable.insert(PointerRole, QByteArrayLiteral("pointer"));
+    currentTheme = m_ownTheme;
+    connect(&watcher, SIGNAL(fileChanged(QString)), this, SLOT(themeFileChanged(QString)));
+}
+
+ThemeManager::~ThemeManager() = default;
+
+ThemeManager *ThemeManager::getInstance()
+{
+    if (!g_themeMng) {
+        g_themeMng = new ThemeManager;
+        // Each engine that asks for the singleton gets this object; none of them may delete it.
+        QQmlEngine::setObjectOwnership(g_themeMng, QQmlEngine::CppOwnership);
+    }
+    return g_themeMng;
+}
+
+Theme *ThemeManager::current() const
+{
+    return currentTheme;
+}
+
+int ThemeManager::currentIndex() const
+{
+    return themes.indexOf(currentTheme);
+}
+
+void ThemeManager::addTheme(Theme *theme)
+{
+    // QML gets at the themes through the model, which would leave them to its garbage collector.
+    QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
+    const int row = themes.size();
+    beginInsertRows(QModelIndex(), row, row);
+    themes.append(theme);
+    endInsertRows();
+    connect(this, SIGNAL(currentChanged(Theme *)), theme, SLOT(themeChanged(Theme *)));
+}
+
+Theme *ThemeManager::themeFromName(const QString &name) const
+{
+    for (const QPointer<Theme> &theme : themes) {
+        if (theme && theme->title() == name)
+            return theme;
+    }
+    return nullptr;
+}
+
+int ThemeManager::rowCount(const QModelIndex &) const
+{
+    return themes.size();
+}
+
+QVariant ThemeManager::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= themes.size())
+        return QVariant();
+    Theme *theme = themes.at(index.row());
+    if (!theme)
+        return QVariant();
+    switch (role) {
+    case Qt::DisplayRole:
+        return theme->title();
+    case PointerRole:
+        return QVariant::fromValue<QObject *>(theme);
+    default:
+        return QVariant();
+    }
+}
+
+QHash<int, QByteArray> ThemeManager::roleNames() const
+{
+    return roleTable;
+}
+
+void ThemeManager::loadThemes(const QString &path, const QString &current)
+{
+    const QDir folder(path);
+    QList<Theme *> waiting;
+    if (folder.exists()) {
+        const QStringList names = folder.entryList(QStringList(QStringLiteral("*.thm")));
+        for (const QString &name : names) {
+            Theme *theme = new Theme(this);
+            switch (theme->load(folder.absoluteFilePath(name))) {
+            case Loaded:
+                addTheme(theme);
+                break;
+            case Failed:
+                theme->deleteLater();
+                break;
+            case WaitsForParent:
+                waiting.append(theme);
+                break;
+            }
+        }
+    }
+    // One more try only, on purpose: chains that need more must be named in the order they extend.
+    for (Theme *theme : qAsConst(waiting)) {
+        if (theme->reload() == Loaded)
+            addTheme(theme);
+        else
+            theme->deleteLater();
+    }
+    if (!current.isEmpty())
+        setCurrent(themeFromName(current));
+}
+
+void ThemeManager::setCurrent(Theme *current)
+{
+    if (!current || current == currentTheme)
+        return;
+    const unsigned thisSwitch = ++m_switches;
+    const QPointer<Theme> theme(current);
+
+    // An old theme without a file keeps its link on purpose: its updates go on refreshing the
+    // global theme.
+    if (currentTheme && !currentTheme->filename().isEmpty()) {
+        if (isWatchable(currentTheme->filename()))
+            watcher.removePath(currentTheme->filename());
+        disconnect(currentTheme, nullptr, this, nullptr);
+    }
+    currentTheme = theme;
+    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent);
+    copyToGlobal(theme);
+    // A handler may have switched again, or destroyed the theme: that has done all that is left.
+    if (m_switches != thisSwitch)
+        return;
+
+    connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()));
+    cachedIndex = themes.indexOf(theme);
+    if (isWatchable(theme->filename())) {
+        // The file name of an earlier theme may have been set to another one while it was watched.
+        const QStringList watched = watcher.files();
+        if (!watched.isEmpty())
+            watcher.removePaths(watched);
+        watcher.addPath(theme->filename());
+    }
+    Q_EMIT currentChanged(theme);
+}
+
+void ThemeManager::setCurrentIndex(int currentIndex)
+{
+    // Compared with the index of the last switch, which starts at 0: until there was one, row 0
+    // can't be chosen this way. Callers rely on it to keep the defaults.
+    if (currentIndex == cachedIndex)
+        return;
+    const bool exists = currentIndex >= 0 && currentIndex < themes.size();
+    setCurrent(exists ? themes.at(currentIndex).data() : nullptr);
+}
+
+void ThemeManager::themeFileChanged(const QString &)
+{
+    if (currentTheme)
+        currentTheme->reload();
+}
+
+void ThemeManager::updateGTheme()
+{
+    // A theme that shares the global theme's data is updated by being copied there, and asks for
+    // the next copy by that.
+    if (m_copiedTheme && m_copiedTheme == currentTheme) {
+        m_copyIsOutdated = true;
+        return;
+    }
+    if (currentTheme)
+        copyToGlobal(currentTheme);
+}
+
+void ThemeManager::copyToGlobal(Theme *theme)
+{
+    const QScopedValueRollback<Theme *> copiedTheme(m_copiedTheme, theme);
+    const QPointer<Theme> source(theme);
+    do {
+        m_copyIsOutdated = false;
+        *Theme::global() = *source;
+        // Usually the request was the copy's own doing, but a handler may have read the theme's
+        // file again meanwhile.
+    } while (m_copyIsOutdated && source && source == currentTheme
+             && Theme::global()->isOutdatedCopyOf(source));
+}
+
+void ThemeManager::forgetCurrent(QObject *destroyed)
+{
+    // The pointer has been cleared already; other themes keep this connection after a switch.
+    Q_UNUSED(destroyed)
+    if (currentTheme)
+        return;
+    ++m_switches;
+    currentTheme = m_ownTheme;
+    cachedIndex = -1;
+    const QStringList watched = watcher.files();
+    if (!watched.isEmpty())
+        watcher.removePaths(watched);
+    Q_EMIT currentChanged(currentTheme);
+}

@@ -1,0 +1,67 @@
+#include "support/testcase.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QEvent>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtGui/QGuiApplication>
+#include <QtTest/QtTest>
+
+void TestCase::expectOpenFailure(int count)
+{
+    expectLog(QStringLiteral("Couldn't open file."), count);
+}
+
+void TestCase::expectLog(const QString &message, int count)
+{
+    m_log->expect(message, count);
+}
+
+QString TestCase::folder() const
+{
+    return m_folder->path();
+}
+
+QString TestCase::write(const QString &name, const QByteArray &content)
+{
+    const QString path = folder() + QLatin1Char('/') + name;
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("can't write %s", qPrintable(path));
+    return path;
+}
+
+void TestCase::deleteDeferred()
+{
+    // A destructor may put off further deletions; those are run in the same call.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void TestCase::init()
+{
+    m_workingFolder = QDir::currentPath();
+    m_folder.reset(new QTemporaryDir);
+    QVERIFY(m_folder->isValid());
+    m_log.reset(new LogWatch);
+}
+
+void TestCase::cleanup()
+{
+    deleteDeferred();
+    const QStringList problems = m_log->takeProblems();
+    m_log.reset();
+    m_folder.reset();
+    QDir::setCurrent(m_workingFolder);
+    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+}
+
+int runTests(QObject *(*create)(), int argc, char *argv[])
+{
+    // Fixed before Qt reads it: the same file system encoding and hash order on every machine.
+    qputenv("QT_HASH_SEED", "0");
+    const QGuiApplication application(argc, argv);
+    const std::unique_ptr<QObject> test(create());
+    return QTest::qExec(test.get(), argc, argv);
+}

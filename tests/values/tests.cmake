@@ -1,0 +1,1 @@
+tavolins_test(values/tst_themeobjectcolors)

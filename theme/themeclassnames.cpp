@@ -1,0 +1,117 @@
+// Theme: class names, and the scopes and styles that they select.
+
+#include "theme/theme.h"
+
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+
+namespace {
+
+#if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
+const Qt::SplitBehavior keepEmptyParts = Qt::KeepEmptyParts;
+const Qt::SplitBehavior skipEmptyParts = Qt::SkipEmptyParts;
+#else
+const QString::SplitBehavior keepEmptyParts = QString::KeepEmptyParts;
+const QString::SplitBehavior skipEmptyParts = QString::SkipEmptyParts;
+#endif
+
+const QLatin1Char classSeparator(' ');
+const QLatin1Char pathSeparator('/');
+
+QStringList splitNames(const QString &classnames)
+{
+    return classnames.split(classSeparator, skipEmptyParts);
+}
+
+/// The value at \a path in \a scope; an undefined value if there is none.
+QJsonValue valueAt(QJsonObject scope, const QStringList &path)
+{
+    if (path.isEmpty())
+        return QJsonValue(QJsonValue::Undefined);
+    for (int i = 0; i < path.size() - 1; ++i)
+        scope = scope.value(path.at(i)).toObject();
+    return scope.value(path.last());
+}
+
+} // namespace
+
+void Theme::setClassnames(const QString &classnames)
+{
+    // The argument is compared before it is trimmed: a value with outer spaces always counts as a
+    // change, so setting it twice updates the item twice.
+    if (m_classnames == classnames)
+        return;
+    const QPointer<Theme> self(this);
+    m_classnames = classnames.trimmed();
+    buildOverloaded();
+    if (self)
+        Q_EMIT classnamesChanged();
+}
+
+bool Theme::hasClassname(const QString &classname)
+{
+    return m_classnames.splitRef(classSeparator, keepEmptyParts).contains(QStringRef(&classname));
+}
+
+QVariant Theme::getClassValue(const QString &path, const QVariant &defaultValue) const
+{
+    if (!d)
+        return defaultValue;
+    const QStringList names = splitNames(m_classnames);
+    const QStringList segments = path.split(pathSeparator, skipEmptyParts);
+    // From the last name to the first on purpose, the reverse of decidingScope().
+    for (int i = names.size() - 1; i >= 0; --i) {
+        const QJsonValue value = valueAt(d->classScopes.value(names.at(i)), segments);
+        // Later versions of Qt turn a JSON null into a valid variant.
+        if (value.isNull())
+            return QVariant();
+        if (!value.isUndefined())
+            return value.toVariant();
+    }
+    return defaultValue;
+}
+
+QString Theme::getStyle(const QString &style, const QString &classnames)
+{
+    if (!d)
+        return QString();
+    const QStringList names = splitNames(classnames);
+    for (int i = names.size() - 1; i >= 0; --i) {
+        const QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
+        if (!url.isEmpty())
+            return url;
+    }
+    return d->styles.value(style);
+}
+
+/// The scope of the first class name that has one which is not empty. Scopes are never combined.
+QJsonObject Theme::decidingScope() const
+{
+    if (m_classnames.isEmpty() || !d || d->classScopes.isEmpty())
+        return QJsonObject();
+    const QStringList names = splitNames(m_classnames);
+    for (const QString &name : names) {
+        const QJsonObject scope = d->classScopes.value(name);
+        if (!scope.isEmpty())
+            return scope;
+    }
+    return QJsonObject();
+}
+
+void Theme::buildOverloaded()
+{
+    // Bindings that are being evaluated may still use the old groups.
+    if (overloaded)
+        overloaded->deleteLater();
+    overloaded = nullptr;
+
+    const QJsonObject scope = decidingScope();
+    if (!scope.isEmpty()) {
+        Theme *theme = new Theme(this);
+        theme->hardCopy(this);
+        // A shade that the scope leaves out keeps the item's value, so nothing is derived.
+        loadThemeScope(theme, scope, false);
+        overloaded = theme;
+    }
+    Q_EMIT themeObjectChanged();
+}

@@ -1,0 +1,108 @@
+// Theme: reading a theme document.
+
+#include "theme/theme.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+
+namespace {
+
+const QLatin1String titleKey("title");
+const QLatin1String globalKey("global");
+
+} // namespace
+
+int Theme::load(const QString &path)
+{
+    const QPointer<Theme> self(this);
+    setFilename(path);
+    return self ? reload() : 1;
+}
+
+int Theme::reload()
+{
+    loadThemeFonts();
+
+    QFile file(m_filename);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qWarning("Couldn't open file.");
+        return 1;
+    }
+    const QByteArray text = file.readAll();
+    file.close();
+    if (text.isEmpty())
+        return 1;
+    const QJsonObject document = QJsonDocument::fromJson(text).object();
+
+    // A handler of the signals below may read the file again, assign to this theme or destroy it;
+    // what is left of this reading is out of date then.
+    const QPointer<Theme> self(this);
+    const unsigned reading = ++m_changes;
+
+    const QString parentTitle = document.value(QLatin1String("extends")).toString();
+    if (!parentTitle.isEmpty()) {
+        const Theme *parentTheme = catalogued(parentTitle);
+        if (!parentTheme)
+            return 2;
+        if (parentTheme->d) {
+            ensureData();
+            *d = *parentTheme->d;
+        }
+    }
+    if (self && m_changes == reading)
+        read(document, true);
+    if (self && m_changes == reading)
+        loadThemeQmlStyles();
+    if (self && m_changes == reading)
+        sendUpdate();
+    return 0;
+}
+
+void Theme::read(const QJsonObject &document, bool header)
+{
+    const QPointer<Theme> self(this);
+    const unsigned reading = m_changes;
+    const QJsonObject keptDocument = document;
+
+    if (header)
+        setTitle(keptDocument.value(titleKey).toString());
+    if (!self || m_changes != reading)
+        return;
+    // The scope is loaded over the defaults on purpose: with a "global" of its own, a theme
+    // inherits only class scopes and styles.
+    const QJsonObject scope = header ? keptDocument.value(globalKey).toObject() : keptDocument;
+    if (Theme *values = loadThemeScope(nullptr, scope, true)) {
+        ensureData();
+        *d = *values->d;
+        if (!self)
+            return;
+        values->deleteLater();
+        if (m_changes != reading)
+            return;
+    }
+    ensureData();
+    for (auto member = keptDocument.constBegin(); member != keptDocument.constEnd(); ++member) {
+        const QString key = member.key();
+        if (key != titleKey && key != globalKey)
+            d->classScopes.insert(key, member.value().toObject());
+    }
+}
+
+Theme *Theme::loadThemeScope(Theme *target, const QJsonObject &scope, bool deriveMissing)
+{
+    if (scope.isEmpty())
+        return nullptr;
+    if (!target)
+        target = new Theme(this);
+
+    QJsonObject colorsObject = scope.value(QLatin1String("colors")).toObject();
+    if (!colorsObject.isEmpty())
+        target->colors()->load(colorsObject, deriveMissing);
+    QJsonObject fontsObject = scope.value(QLatin1String("fonts")).toObject();
+    if (!fontsObject.isEmpty())
+        target->fonts()->load(fontsObject, deriveMissing);
+    const int scopeRadius = scope.value(QLatin1String("radius")).toInt(-1);
+    if (scopeRadius >= 0)
+        target->setRadius(scopeRadius);
+    return target;
+}

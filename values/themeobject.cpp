@@ -1,0 +1,8 @@
+#include "values/themeobject.h"
+
+ThemeObject::ThemeObject(QObject *parent)
+    : QObject(parent)
+{
+}
+
+ThemeObject::~ThemeObject() = default;
