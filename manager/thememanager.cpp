@@ -59,7 +59,7 @@ void ThemeManager::addTheme(Theme *theme)
     beginInsertRows(QModelIndex(), row, row);
     themes.append(theme);
     endInsertRows();
-    connect(this, SIGNAL(currentChanged(Theme *)), theme, SLOT(themeChanged(Theme *)));
+    connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
 }
 
 Theme *ThemeManager::themeFromName(const QString &name) const

@@ -133,7 +133,7 @@ Q_SIGNALS:
     /// The title was set to another one.
     void titleChanged(const QString &title);
     /// Never emitted by this class; part of the interface for QML's own use.
-    void themeChanged();
+    void themeChanged(); // clazy:exclude=overloaded-signal
     /// Everything may have changed; the last signal of sendUpdate().
     void needUpdate();
     void filenameChanged();

@@ -77,7 +77,7 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
         return QString();
     const QStringList names = splitNames(classnames);
     for (int i = names.size() - 1; i >= 0; --i) {
-        const QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
+        QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
         if (!url.isEmpty())
             return url;
     }
@@ -91,7 +91,7 @@ QJsonObject Theme::decidingScope() const
         return QJsonObject();
     const QStringList names = splitNames(m_classnames);
     for (const QString &name : names) {
-        const QJsonObject scope = d->classScopes.value(name);
+        QJsonObject scope = d->classScopes.value(name);
         if (!scope.isEmpty())
             return scope;
     }
