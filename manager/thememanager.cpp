@@ -58,17 +58,38 @@ void ThemeManager::addTheme(Theme *theme)
     const int row = themes.size();
     beginInsertRows(QModelIndex(), row, row);
     themes.append(theme);
+    theme->m_isCatalogued = true;
+    indexTitle(theme);
     endInsertRows();
     connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
 }
 
 Theme *ThemeManager::themeFromName(const QString &name) const
 {
-    for (const QPointer<Theme> &theme : themes) {
-        if (theme && theme->title() == name)
-            return theme;
+    if (m_indexedTitleChanges != Theme::s_cataloguedTitleChanges)
+        indexTitles();
+    auto entry = m_titleIndex.constFind(name);
+    if (entry != m_titleIndex.constEnd() && !entry.value()) {
+        // That theme was destroyed; a later one may have the same title.
+        indexTitles();
+        entry = m_titleIndex.constFind(name);
     }
-    return nullptr;
+    return entry == m_titleIndex.constEnd() ? nullptr : entry.value().data();
+}
+
+/// Enters a theme that comes after all those entered before: the first one keeps a title.
+void ThemeManager::indexTitle(const QPointer<Theme> &theme) const
+{
+    if (theme && !m_titleIndex.contains(theme->title()))
+        m_titleIndex.insert(theme->title(), theme);
+}
+
+void ThemeManager::indexTitles() const
+{
+    m_titleIndex.clear();
+    for (const QPointer<Theme> &theme : themes)
+        indexTitle(theme);
+    m_indexedTitleChanges = Theme::s_cataloguedTitleChanges;
 }
 
 int ThemeManager::rowCount(const QModelIndex &) const

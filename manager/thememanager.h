@@ -83,6 +83,8 @@ protected Q_SLOTS:
     void updateGTheme();
 
 private:
+    void indexTitle(const QPointer<Theme> &theme) const;
+    void indexTitles() const;
     void copyToGlobal(Theme *theme);
     void forgetCurrent(QObject *destroyed);
 
@@ -94,6 +96,8 @@ private:
     QPointer<Theme> currentTheme;
     QFileSystemWatcher watcher;
     Theme *const m_ownTheme;
+    mutable QHash<QString, QPointer<Theme>> m_titleIndex;
+    mutable unsigned m_indexedTitleChanges = 0;
     unsigned m_switches = 0;
     Theme *m_copiedTheme = nullptr;
     bool m_copyIsOutdated = false;
