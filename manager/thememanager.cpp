@@ -53,14 +53,18 @@ int ThemeManager::currentIndex() const
 
 void ThemeManager::addTheme(Theme *theme)
 {
-    // QML gets at the themes through the model, which would leave them to its garbage collector.
-    QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
     const int row = themes.size();
     beginInsertRows(QModelIndex(), row, row);
     themes.append(theme);
-    theme->m_isCatalogued = true;
     indexTitle(theme);
+    if (theme) {
+        theme->m_isCatalogued = true;
+        // QML gets at the themes through the model, and would leave them to its garbage collector.
+        QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
+    }
     endInsertRows();
+    if (!themes.at(row))
+        return;
     connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
 }
 
@@ -166,13 +170,14 @@ void ThemeManager::setCurrent(Theme *current)
         disconnect(currentTheme, nullptr, this, nullptr);
     }
     currentTheme = theme;
-    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent);
+    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent, Qt::UniqueConnection);
     copyToGlobal(theme);
     // A handler may have switched again, or destroyed the theme: that has done all that is left.
     if (m_switches != thisSwitch)
         return;
 
-    connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()));
+    // Unique for the themes that kept their link: else it would multiply with each switch.
+    connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()), Qt::UniqueConnection);
     cachedIndex = themes.indexOf(theme);
     if (isWatchable(theme->filename())) {
         // The file name of an earlier theme may have been set to another one while it was watched.

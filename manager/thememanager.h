@@ -42,7 +42,8 @@ public:
     Theme *current() const;
     int currentIndex() const;
 
-    /// Adds \a theme as the last row. It stays owned by its parent.
+    /// Adds \a theme as the last row. It stays owned by its parent; when it is destroyed, or null
+    /// in the first place, its row has no data.
     void addTheme(Theme *theme);
 
     /// The first theme of the catalogue whose title equals \a name exactly; null if there is none.
