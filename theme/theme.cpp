@@ -13,13 +13,6 @@ unsigned Theme::s_cataloguedTitleChanges = 0;
 
 namespace {
 
-/// What a theme shows while its data is gone. Lives until the process ends.
-ThemePrivate *absentData()
-{
-    static ThemePrivate *const data = new ThemePrivate;
-    return data;
-}
-
 /// The themes of all living items. Lives until the process ends, as engines may outlast the
 /// library's other statics.
 Registry<Theme> &attachedThemes()
@@ -69,10 +62,13 @@ Theme::~Theme()
     // Also when other themes share the data: whoever deletes a theme takes its data along.
     if (d)
         DeferredDeletion::schedule(d);
+    if (m_absentData)
+        DeferredDeletion::schedule(m_absentData);
 }
 
-Theme &Theme::operator=(const Theme &other)
+Theme &Theme::operator=(const Theme &other) // NOLINT(bugprone-unhandled-self-assignment)
 {
+    // Assigning a theme to itself is an update like any other.
     const LifeWatch self(this);
     const unsigned change = ++m_changes;
     const QString title = other.m_title;
@@ -123,7 +119,14 @@ Theme *Theme::attachedTheme(QObject *object)
 {
     if (!object)
         return nullptr;
+#if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
+    // Looked up each time: the template remembers for good that the type is not registered yet.
+    const QQmlAttachedPropertiesFunc attached = qmlAttachedPropertiesFunction(object,
+                                                                              &staticMetaObject);
+    return qobject_cast<Theme *>(qmlAttachedPropertiesObject(object, attached, false));
+#else
     return qobject_cast<Theme *>(qmlAttachedPropertiesObject<Theme>(object, false));
+#endif
 }
 
 QString Theme::title() const
@@ -216,7 +219,11 @@ ThemePrivate *Theme::shownData() const
 {
     if (overloaded && overloaded->d)
         return overloaded->d;
-    return d ? d.data() : absentData();
+    if (d)
+        return d;
+    if (!m_absentData)
+        m_absentData = new ThemePrivate;
+    return m_absentData;
 }
 
 void Theme::ensureData()
@@ -246,7 +253,7 @@ void Theme::followData()
     m_followsData = true;
     // The same connection as with SIGNAL and SLOT, without searching both names for each item.
     static const int updateTheme = d->metaObject()->indexOfSignal("updateTheme()");
-    static const int sendUpdate = metaObject()->indexOfSlot("sendUpdate()");
+    static const int sendUpdate = staticMetaObject.indexOfSlot("sendUpdate()");
     m_dataConnection = QMetaObject::connect(d, updateTheme, this, sendUpdate);
 }
 

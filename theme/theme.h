@@ -25,10 +25,10 @@ class Registry;
 /// it shares the global theme's data and adds the item's class names.
 ///
 /// All values live in a ThemePrivate that several themes may share. If that data is gone (which
-/// happens only after native code deleted a theme that shared it), nothing breaks: colors() and
-/// fonts() return groups with the defaults, radius() is 0, look-ups find nothing, setRadius() has
-/// no effect. The next assignment to the theme, or its next reload(), gives it data again; that
-/// of the global theme is shared by the items that had lost it.
+/// happens only after native code deleted a theme that shared it), nothing breaks: from the next
+/// update on colors() and fonts() return groups with the defaults, radius() is 0, look-ups find
+/// nothing, setRadius() has no effect. The next assignment to the theme, or its next reload(),
+/// gives it data again; that of the global theme is shared by the items that had lost it.
 ///
 /// Themes live on the GUI thread; all their connections are direct.
 class TAVOLINS_EXPORT Theme : public QObject
@@ -213,6 +213,8 @@ private:
     QPointer<Theme> overloaded;
     QMetaObject::Connection m_dataConnection;
     unsigned m_changes = 0;
+    // Made when it is first asked for; what is written there concerns this theme alone.
+    mutable ThemePrivate *m_absentData = nullptr;
     bool m_followsData = false;
     bool m_isCatalogued = false;
     LifeWatch *m_lifeWatch = nullptr;

@@ -25,7 +25,8 @@ int Theme::reload()
     loadThemeFonts();
 
     QFile file(m_filename);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Without a name, opening would write a line of Qt's own on the log.
+    if (m_filename.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         qWarning("Couldn't open file.");
         return 1;
     }
@@ -92,6 +93,7 @@ Theme *Theme::loadThemeScope(Theme *target, const QJsonObject &scope, bool deriv
         return nullptr;
     if (!target)
         target = new Theme(this);
+    target->ensureData();
 
     QJsonObject colorsObject = scope.value(QLatin1String("colors")).toObject();
     if (!colorsObject.isEmpty())

@@ -116,8 +116,10 @@ ThemePrivate::~ThemePrivate()
         m_registry->leave(this);
 }
 
-ThemePrivate &ThemePrivate::operator=(const ThemePrivate &other)
+ThemePrivate &
+ThemePrivate::operator=(const ThemePrivate &other) // NOLINT(bugprone-unhandled-self-assignment)
 {
+    // Assigning data to itself announces an update like any other assignment.
     // Handlers of the groups' signals may change or destroy both objects, so everything is taken
     // from the other one before the first signal.
     const Values newValues = other.values();

@@ -579,6 +579,8 @@ void tst_Theme::attachedThemeLeavesWithItsItem()
 
 void tst_Theme::attachedThemeWithoutAnItem()
 {
+    // Earlier tests may have taken the global theme's data away.
+    *Theme::global() = Theme();
     const std::unique_ptr<Theme> attached(Theme::qmlAttachedProperties(nullptr));
     QVERIFY(attached);
     QCOMPARE(dataOf(*attached), dataOf(*Theme::global()));
