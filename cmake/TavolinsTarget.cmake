@@ -4,8 +4,11 @@
 # sanitizers. DEPRECATED_QT_ALLOWED is for code that compares against Qt's older API.
 function(tavolins_target target)
     cmake_parse_arguments(arg "DEPRECATED_QT_ALLOWED" "" "" ${ARGN})
-    set_target_properties(${target} PROPERTIES AUTOMOC ON)
-    target_compile_features(${target} PRIVATE cxx_std_17)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_STANDARD 17
+        CXX_STANDARD_REQUIRED ON
+        CXX_EXTENSIONS OFF)
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING)
     if(NOT arg_DEPRECATED_QT_ALLOWED)

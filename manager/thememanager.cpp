@@ -53,22 +53,47 @@ int ThemeManager::currentIndex() const
 
 void ThemeManager::addTheme(Theme *theme)
 {
-    // QML gets at the themes through the model, which would leave them to its garbage collector.
-    QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
     const int row = themes.size();
     beginInsertRows(QModelIndex(), row, row);
     themes.append(theme);
+    indexTitle(theme);
+    if (theme) {
+        theme->m_isCatalogued = true;
+        // QML gets at the themes through the model, and would leave them to its garbage collector.
+        QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
+    }
     endInsertRows();
-    connect(this, SIGNAL(currentChanged(Theme *)), theme, SLOT(themeChanged(Theme *)));
+    if (!themes.at(row))
+        return;
+    connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
 }
 
 Theme *ThemeManager::themeFromName(const QString &name) const
 {
-    for (const QPointer<Theme> &theme : themes) {
-        if (theme && theme->title() == name)
-            return theme;
+    if (m_indexedTitleChanges != Theme::s_cataloguedTitleChanges)
+        indexTitles();
+    auto entry = m_titleIndex.constFind(name);
+    if (entry != m_titleIndex.constEnd() && !entry.value()) {
+        // That theme was destroyed; a later one may have the same title.
+        indexTitles();
+        entry = m_titleIndex.constFind(name);
     }
-    return nullptr;
+    return entry == m_titleIndex.constEnd() ? nullptr : entry.value().data();
+}
+
+/// Enters a theme that comes after all those entered before: the first one keeps a title.
+void ThemeManager::indexTitle(const QPointer<Theme> &theme) const
+{
+    if (theme && !m_titleIndex.contains(theme->title()))
+        m_titleIndex.insert(theme->title(), theme);
+}
+
+void ThemeManager::indexTitles() const
+{
+    m_titleIndex.clear();
+    for (const QPointer<Theme> &theme : themes)
+        indexTitle(theme);
+    m_indexedTitleChanges = Theme::s_cataloguedTitleChanges;
 }
 
 int ThemeManager::rowCount(const QModelIndex &) const
@@ -145,13 +170,14 @@ void ThemeManager::setCurrent(Theme *current)
         disconnect(currentTheme, nullptr, this, nullptr);
     }
     currentTheme = theme;
-    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent);
+    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent, Qt::UniqueConnection);
     copyToGlobal(theme);
     // A handler may have switched again, or destroyed the theme: that has done all that is left.
     if (m_switches != thisSwitch)
         return;
 
-    connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()));
+    // Unique for the themes that kept their link: else it would multiply with each switch.
+    connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()), Qt::UniqueConnection);
     cachedIndex = themes.indexOf(theme);
     if (isWatchable(theme->filename())) {
         // The file name of an earlier theme may have been set to another one while it was watched.

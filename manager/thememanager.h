@@ -42,7 +42,8 @@ public:
     Theme *current() const;
     int currentIndex() const;
 
-    /// Adds \a theme as the last row. It stays owned by its parent.
+    /// Adds \a theme as the last row. It stays owned by its parent; when it is destroyed, or null
+    /// in the first place, its row has no data.
     void addTheme(Theme *theme);
 
     /// The first theme of the catalogue whose title equals \a name exactly; null if there is none.
@@ -83,6 +84,8 @@ protected Q_SLOTS:
     void updateGTheme();
 
 private:
+    void indexTitle(const QPointer<Theme> &theme) const;
+    void indexTitles() const;
     void copyToGlobal(Theme *theme);
     void forgetCurrent(QObject *destroyed);
 
@@ -94,6 +97,8 @@ private:
     QPointer<Theme> currentTheme;
     QFileSystemWatcher watcher;
     Theme *const m_ownTheme;
+    mutable QHash<QString, QPointer<Theme>> m_titleIndex;
+    mutable unsigned m_indexedTitleChanges = 0;
     unsigned m_switches = 0;
     Theme *m_copiedTheme = nullptr;
     bool m_copyIsOutdated = false;

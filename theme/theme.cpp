@@ -4,7 +4,11 @@
 #include "theme/deferreddeletion.h"
 #include "values/truncated.h"
 
+#include <QtCore/QMetaMethod>
+#include <QtCore/QVector>
+
 Theme *Theme::g_theme = nullptr;
+unsigned Theme::s_cataloguedTitleChanges = 0;
 
 namespace {
 
@@ -13,6 +17,14 @@ ThemePrivate *absentData()
 {
     static ThemePrivate *const data = new ThemePrivate;
     return data;
+}
+
+/// The themes of all living items. Lives until the process ends, as engines may outlast the
+/// library's other statics.
+QVector<Theme *> &attachedThemes()
+{
+    static auto *const themes = new QVector<Theme *>;
+    return *themes;
 }
 
 } // namespace
@@ -33,8 +45,16 @@ Theme::Theme(const Theme &other)
     shareData(other.d);
 }
 
+/// The theme that overloads \a item with \a data of its own.
+Theme::Theme(Theme *item, ThemePrivate *data)
+    : QObject(item)
+{
+    shareData(data);
+}
+
 Theme::~Theme()
 {
+    leaveAttached();
     if (g_theme == this)
         g_theme = nullptr;
     DeferredDeletion::forget(this);
@@ -57,7 +77,7 @@ Theme &Theme::operator=(const Theme &other)
         if (!self || m_changes != change)
             return *this;
     }
-    m_title = title;
+    storeTitle(title);
     sendUpdate();
     return *this;
 }
@@ -81,6 +101,7 @@ Theme *Theme::catalogued(const QString &title)
 Theme *Theme::qmlAttachedProperties(QObject *object)
 {
     Theme *theme = getObjectTheme(object);
+    theme->enterAttached();
     // The engine does not delete attached objects that have no parent.
     if (object)
         connect(object, &QObject::destroyed, theme, &Theme::release);
@@ -158,7 +179,7 @@ void Theme::setTitle(const QString &title)
 {
     if (m_title == title)
         return;
-    m_title = title;
+    storeTitle(title);
     Q_EMIT titleChanged(title);
 }
 
@@ -194,15 +215,27 @@ ThemePrivate *Theme::shownData() const
 
 void Theme::ensureData()
 {
-    if (!d)
-        shareData(new ThemePrivate);
+    if (d)
+        return;
+    shareData(new ThemePrivate);
+    if (this != g_theme)
+        return;
+    for (Theme *theme : qAsConst(attachedThemes())) {
+        if (!theme->d)
+            theme->shareData(d);
+    }
 }
 
 void Theme::shareData(ThemePrivate *data)
 {
     d = data;
-    if (data)
-        m_dataConnection = connect(data, SIGNAL(updateTheme()), this, SLOT(sendUpdate()));
+    if (!data)
+        return;
+    // The same connection as with SIGNAL and SLOT, without searching both names for each item.
+    static const QMetaMethod updateTheme = QMetaMethod::fromSignal(&ThemePrivate::updateTheme);
+    static const QMetaMethod update = staticMetaObject.method(
+            staticMetaObject.indexOfSlot("sendUpdate()"));
+    m_dataConnection = connect(data, updateTheme, this, update);
 }
 
 /// Whether \a source, whose values were copied here, has other values by now.
@@ -211,10 +244,37 @@ bool Theme::isOutdatedCopyOf(const Theme *source) const
     return source->d && source->d != d && (!d || !d->contains(*source->d));
 }
 
+void Theme::storeTitle(const QString &title)
+{
+    m_title = title;
+    if (m_isCatalogued)
+        ++s_cataloguedTitleChanges;
+}
+
+void Theme::enterAttached()
+{
+    m_attachedIndex = attachedThemes().size();
+    attachedThemes().append(this);
+}
+
+void Theme::leaveAttached()
+{
+    if (m_attachedIndex < 0)
+        return;
+    // The last one takes the place, so that leaving costs the same however many there are.
+    Theme *last = attachedThemes().takeLast();
+    if (last != this) {
+        attachedThemes()[m_attachedIndex] = last;
+        last->m_attachedIndex = m_attachedIndex;
+    }
+    m_attachedIndex = -1;
+}
+
 /// The item of this attached theme is gone. Letting go of the data first keeps the destructor from
 /// taking it away from the other items.
 void Theme::release()
 {
+    leaveAttached();
     disconnect(m_dataConnection);
     d = nullptr;
     DeferredDeletion::schedule(this);

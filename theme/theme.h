@@ -9,6 +9,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <QtGui/QColor>
 #include <QtQml/qqml.h>
@@ -23,7 +24,8 @@
 /// All values live in a ThemePrivate that several themes may share. If that data is gone (which
 /// happens only after native code deleted a theme that shared it), nothing breaks: colors() and
 /// fonts() return groups with the defaults, radius() is 0, look-ups find nothing, setRadius() has
-/// no effect. The next assignment to the theme, or its next reload(), gives it data again.
+/// no effect. The next assignment to the theme, or its next reload(), gives it data again; that
+/// of the global theme is shared by the items that had lost it.
 ///
 /// Themes live on the GUI thread; all their connections are direct.
 class TAVOLINS_EXPORT Theme : public QObject
@@ -133,7 +135,7 @@ Q_SIGNALS:
     /// The title was set to another one.
     void titleChanged(const QString &title);
     /// Never emitted by this class; part of the interface for QML's own use.
-    void themeChanged();
+    void themeChanged(); // clazy:exclude=overloaded-signal
     /// Everything may have changed; the last signal of sendUpdate().
     void needUpdate();
     void filenameChanged();
@@ -181,22 +183,34 @@ public Q_SLOTS:
 private:
     friend class ThemeManager;
 
+    Theme(Theme *item, ThemePrivate *data);
+
     static Theme *catalogued(const QString &title);
     ThemePrivate *shownData() const;
     void ensureData();
     void shareData(ThemePrivate *data);
     void release();
+    void storeTitle(const QString &title);
+    void enterAttached();
+    void leaveAttached();
     void buildOverloaded();
-    QJsonObject decidingScope() const;
+    QString decidingClass() const;
     bool isOutdatedCopyOf(const Theme *source) const;
 
     QString m_title;
     QString m_filename;
     QString m_classnames;
+    QStringList m_splitClassnames;
     QPointer<ThemePrivate> d;
     QPointer<Theme> overloaded;
     QMetaObject::Connection m_dataConnection;
     unsigned m_changes = 0;
+    int m_attachedIndex = -1;
+    bool m_isCatalogued = false;
+
+    // Tells catalogues that their index of titles is out of date: a title changes without a signal
+    // when a theme is assigned to.
+    static unsigned s_cataloguedTitleChanges;
 };
 
 QML_DECLARE_TYPE(Theme)

@@ -20,7 +20,7 @@ const QLatin1Char pathSeparator('/');
 
 QStringList splitNames(const QString &classnames)
 {
-    return classnames.split(classSeparator, skipEmptyParts);
+    return classnames.isEmpty() ? QStringList() : classnames.split(classSeparator, skipEmptyParts);
 }
 
 /// The value at \a path in \a scope; an undefined value if there is none.
@@ -43,6 +43,7 @@ void Theme::setClassnames(const QString &classnames)
         return;
     const QPointer<Theme> self(this);
     m_classnames = classnames.trimmed();
+    m_splitClassnames = splitNames(m_classnames);
     buildOverloaded();
     if (self)
         Q_EMIT classnamesChanged();
@@ -57,9 +58,9 @@ QVariant Theme::getClassValue(const QString &path, const QVariant &defaultValue)
 {
     if (!d)
         return defaultValue;
-    const QStringList names = splitNames(m_classnames);
+    const QStringList names = m_splitClassnames;
     const QStringList segments = path.split(pathSeparator, skipEmptyParts);
-    // From the last name to the first on purpose, the reverse of decidingScope().
+    // From the last name to the first on purpose, the reverse of decidingClass().
     for (int i = names.size() - 1; i >= 0; --i) {
         const QJsonValue value = valueAt(d->classScopes.value(names.at(i)), segments);
         // Later versions of Qt turn a JSON null into a valid variant.
@@ -77,25 +78,24 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
         return QString();
     const QStringList names = splitNames(classnames);
     for (int i = names.size() - 1; i >= 0; --i) {
-        const QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
+        QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
         if (!url.isEmpty())
             return url;
     }
     return d->styles.value(style);
 }
 
-/// The scope of the first class name that has one which is not empty. Scopes are never combined.
-QJsonObject Theme::decidingScope() const
+/// The first class name whose scope is not empty, else an empty text. Scopes are never combined.
+QString Theme::decidingClass() const
 {
-    if (m_classnames.isEmpty() || !d || d->classScopes.isEmpty())
-        return QJsonObject();
-    const QStringList names = splitNames(m_classnames);
-    for (const QString &name : names) {
-        const QJsonObject scope = d->classScopes.value(name);
-        if (!scope.isEmpty())
-            return scope;
+    if (m_splitClassnames.isEmpty() || !d || d->classScopes.isEmpty())
+        return QString();
+    for (const QString &name : m_splitClassnames) {
+        const auto scope = d->classScopes.constFind(name);
+        if (scope != d->classScopes.constEnd() && !scope->isEmpty())
+            return name;
     }
-    return QJsonObject();
+    return QString();
 }
 
 void Theme::buildOverloaded()
@@ -105,13 +105,17 @@ void Theme::buildOverloaded()
         overloaded->deleteLater();
     overloaded = nullptr;
 
-    const QJsonObject scope = decidingScope();
-    if (!scope.isEmpty()) {
-        Theme *theme = new Theme(this);
-        theme->hardCopy(this);
-        // A shade that the scope leaves out keeps the item's value, so nothing is derived.
-        loadThemeScope(theme, scope, false);
-        overloaded = theme;
+    const QString classname = decidingClass();
+    if (!classname.isEmpty()) {
+        // All items with this class would get the same values, so the scope is read for one only.
+        if (ThemePrivate *data = d->cloneWithScope(classname)) {
+            overloaded = new Theme(this, data);
+        } else {
+            overloaded = new Theme(this, d->clone());
+            // A shade that the scope leaves out keeps the item's value, so nothing is derived.
+            loadThemeScope(overloaded, d->classScopes.value(classname), false);
+            d->keepResolvedScope(classname, *overloaded->d);
+        }
     }
     Q_EMIT themeObjectChanged();
 }

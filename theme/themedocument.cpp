@@ -62,26 +62,23 @@ void Theme::read(const QJsonObject &document, bool header)
 {
     const QPointer<Theme> self(this);
     const unsigned reading = m_changes;
-    const QJsonObject keptDocument = document;
 
     if (header)
-        setTitle(keptDocument.value(titleKey).toString());
+        setTitle(document.value(titleKey).toString());
     if (!self || m_changes != reading)
         return;
     // The scope is loaded over the defaults on purpose: with a "global" of its own, a theme
     // inherits only class scopes and styles.
-    const QJsonObject scope = header ? keptDocument.value(globalKey).toObject() : keptDocument;
+    const QJsonObject scope = header ? document.value(globalKey).toObject() : document;
     if (Theme *values = loadThemeScope(nullptr, scope, true)) {
+        values->deleteLater();
         ensureData();
         *d = *values->d;
-        if (!self)
-            return;
-        values->deleteLater();
-        if (m_changes != reading)
+        if (!self || m_changes != reading)
             return;
     }
     ensureData();
-    for (auto member = keptDocument.constBegin(); member != keptDocument.constEnd(); ++member) {
+    for (auto member = document.constBegin(); member != document.constEnd(); ++member) {
         const QString key = member.key();
         if (key != titleKey && key != globalKey)
             d->classScopes.insert(key, member.value().toObject());

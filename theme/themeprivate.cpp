@@ -3,8 +3,49 @@
 #include "theme/deferreddeletion.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
+
+struct ThemePrivate::Values
+{
+    ThemeObjectColors::Values colors;
+    ThemeObjectFonts::Values fonts;
+    double radius;
+
+    bool operator==(const Values &other) const
+    {
+        return colors == other.colors && fonts == other.fonts && !(radius < other.radius)
+                && !(other.radius < radius);
+    }
+};
+
+/// What a class scope makes of the values of a theme, with all that it was computed from.
+struct ThemePrivate::ResolvedScope
+{
+    QJsonObject scope;
+    Values base;
+    QFont applicationFont;
+    unsigned fontDatabaseState;
+
+    Values result;
+};
 
 namespace {
+
+/// A number that changes whenever fonts are added to the font database, which decides what weight
+/// a style name stands for.
+unsigned fontDatabaseState()
+{
+    static unsigned state = 0;
+    static QPointer<QCoreApplication> observed;
+    QCoreApplication *application = QCoreApplication::instance();
+    if (observed != application) {
+        observed = application;
+        ++state;
+        if (auto *gui = qobject_cast<QGuiApplication *>(application))
+            QObject::connect(gui, &QGuiApplication::fontDatabaseChanged, gui, [] { ++state; });
+    }
+    return state;
+}
 
 template <typename Value>
 void merge(QHash<QString, Value> &table, const QHash<QString, Value> &other)
@@ -44,6 +85,18 @@ ThemePrivate::ThemePrivate(const ThemePrivate &other)
     colors = other.colors;
 }
 
+/// Data with \a original's tables and \a values of its own, without a signal.
+ThemePrivate::ThemePrivate(const ThemePrivate *original, const Values &values)
+    : radius(values.radius)
+    , colors(this)
+    , fonts(this)
+    , styles(original->styles)
+    , classScopes(original->classScopes)
+{
+    colors.m_colors = values.colors;
+    fonts.m_fonts = values.fonts;
+}
+
 ThemePrivate::~ThemePrivate()
 {
     DeferredDeletion::forget(this);
@@ -53,21 +106,19 @@ ThemePrivate &ThemePrivate::operator=(const ThemePrivate &other)
 {
     // Handlers of the groups' signals may change or destroy both objects, so everything is taken
     // from the other one before the first signal.
-    const ThemeObjectColors::Values newColors = other.colors.m_colors;
-    const ThemeObjectFonts::Values newFonts = other.fonts.m_fonts;
-    const double newRadius = other.radius;
+    const Values newValues = other.values();
     const QHash<QString, QString> newStyles = other.styles;
     const QHash<QString, QJsonObject> newClassScopes = other.classScopes;
 
     const QPointer<ThemePrivate> self(this);
     const unsigned assignment = ++m_assignments;
-    colors.setColors(newColors);
+    colors.setColors(newValues.colors);
     if (!self || m_assignments != assignment)
         return *this;
-    fonts.setFonts(newFonts);
+    fonts.setFonts(newValues.fonts);
     if (!self || m_assignments != assignment)
         return *this;
-    radius = newRadius;
+    radius = newValues.radius;
     merge(styles, newStyles);
     merge(classScopes, newClassScopes);
     Q_EMIT updateTheme();
@@ -85,10 +136,45 @@ void ThemePrivate::initDefaults()
     classScopes.clear();
 }
 
+ThemePrivate::Values ThemePrivate::values() const
+{
+    return { colors.m_colors, fonts.m_fonts, radius };
+}
+
 /// Whether assigning \a other would change nothing.
 bool ThemePrivate::contains(const ThemePrivate &other) const
 {
-    return colors.m_colors == other.colors.m_colors && fonts.m_fonts == other.fonts.m_fonts
-            && !(radius < other.radius) && !(other.radius < radius)
-            && containsAll(styles, other.styles) && containsAll(classScopes, other.classScopes);
+    return values() == other.values() && containsAll(styles, other.styles)
+            && containsAll(classScopes, other.classScopes);
+}
+
+/// New data with the same values and tables.
+ThemePrivate *ThemePrivate::clone() const
+{
+    return new ThemePrivate(this, values());
+}
+
+/// New data in which the scope of the class \a classname is applied already; null if nobody has
+/// told yet what that gives, or if it may give something else by now.
+ThemePrivate *ThemePrivate::cloneWithScope(const QString &classname) const
+{
+    const auto entry = m_resolvedScopes.constFind(classname);
+    if (entry == m_resolvedScopes.constEnd())
+        return nullptr;
+    // Compared with the values themselves: QML and native code may write to any of them.
+    const ResolvedScope &resolved = **entry;
+    const bool isCurrent = resolved.base == values()
+            && resolved.fontDatabaseState == fontDatabaseState()
+            && resolved.applicationFont == QFont()
+            && resolved.scope == classScopes.value(classname);
+    return isCurrent ? new ThemePrivate(this, resolved.result) : nullptr;
+}
+
+/// Takes note that the scope of the class \a classname on top of these values gives \a result.
+void ThemePrivate::keepResolvedScope(const QString &classname, const ThemePrivate &result)
+{
+    m_resolvedScopes.insert(classname,
+                            std::make_shared<const ResolvedScope>(
+                                    ResolvedScope{ classScopes.value(classname), values(), QFont(),
+                                                   fontDatabaseState(), result.values() }));
 }

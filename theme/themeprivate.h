@@ -9,6 +9,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+#include <memory>
+
 /// The values of a theme: corner radius, colors, fonts, style table and class scopes.
 ///
 /// Several Theme objects may point at one ThemePrivate; each has updateTheme() connected to its
@@ -60,7 +62,17 @@ Q_SIGNALS:
 private:
     friend class Theme;
 
-    bool contains(const ThemePrivate &other) const;
+    struct Values;
+    struct ResolvedScope;
 
+    explicit ThemePrivate(const ThemePrivate *original, const Values &values);
+
+    Values values() const;
+    bool contains(const ThemePrivate &other) const;
+    ThemePrivate *clone() const;
+    ThemePrivate *cloneWithScope(const QString &classname) const;
+    void keepResolvedScope(const QString &classname, const ThemePrivate &result);
+
+    QHash<QString, std::shared_ptr<const ResolvedScope>> m_resolvedScopes;
     unsigned m_assignments = 0;
 };

@@ -147,10 +147,10 @@ void ThemeObjectColors::load(QJsonObject &object, bool deriveMissing)
 void ThemeObjectColors::initDefaults()
 {
     const QPalette palette;
-    const QColor foreground = palette.color(QPalette::Current, QPalette::WindowText);
-    const QColor background = palette.color(QPalette::Current, QPalette::Window);
+    const QColor &foreground = palette.color(QPalette::Current, QPalette::WindowText);
+    const QColor &background = palette.color(QPalette::Current, QPalette::Window);
     // The selection is the color of selected text, so it is not the Highlight role.
-    const QColor selection = palette.color(QPalette::Current, QPalette::HighlightedText);
+    const QColor &selection = palette.color(QPalette::Current, QPalette::HighlightedText);
     setColors({ { foreground, foreground.lighter(defaultLighterFactor),
                   foreground.darker(darkerFactor), background,
                   background.lighter(defaultLighterFactor), background.darker(darkerFactor),

@@ -25,7 +25,7 @@ QString TestCase::folder() const
 
 QString TestCase::write(const QString &name, const QByteArray &content)
 {
-    const QString path = folder() + QLatin1Char('/') + name;
+    QString path = folder() + QLatin1Char('/') + name;
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())

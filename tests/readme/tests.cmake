@@ -1,0 +1,1 @@
+tavolins_test(readme/tst_readme QUICK)
