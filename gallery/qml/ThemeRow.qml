@@ -58,7 +58,8 @@ Rectangle {
             rightMargin: 8
             verticalCenter: parent.verticalCenter
         }
-        text: row.title || "(untitled)"
+        // A file that can't be parsed just now leaves its theme without a title.
+        text: row.title || (row.theme ? row.theme.filename.replace(/.*\//, "") : "")
         font.family: row.Theme.fonts.mainFont.family
         font.pixelSize: 15
         font.bold: row.selected

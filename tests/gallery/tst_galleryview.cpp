@@ -190,8 +190,9 @@ void tst_GalleryView::everythingIsShown()
     for (const char *name : fontNames)
         QCOMPARE(item("FontRow", name)->property("value"), theme->fonts()->property(name));
 
-    QCOMPARE(items("RadiusSample").size(), 1);
-    QCOMPARE(items("RadiusSample").first()->property("radius").toInt(), theme->radius());
+    const QList<QQuickItem *> radii = items("RadiusSample");
+    QCOMPARE(radii.size(), 1);
+    QCOMPARE(radii.first()->property("radius").toInt(), theme->radius());
     QCOMPARE(items("ClassRow").size(), 5);
 
     QStringList shown;
@@ -201,7 +202,8 @@ void tst_GalleryView::everythingIsShown()
         const QString classname = sample->property("classname").toString();
         const QUrl source = sample->property("source").toUrl();
         QCOMPARE(source, QUrl(theme->getStyle(style, classname)));
-        const QQuickItem *loader = sample->childItems().first();
+        const QList<QQuickItem *> parts = sample->childItems();
+        const QQuickItem *loader = parts.first();
         QCOMPARE(loader->property("source").toUrl(), source);
         QVERIFY(loader->property("item").value<QObject *>());
         shown.append(source.fileName());
