@@ -60,13 +60,13 @@ bool Surroundings::choosePlatform(bool forPictures)
     // for want of a graphics driver.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+    ensureRuntimeFolder();
 
     if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         return true;
     if (!forPictures && hasDisplay())
         return true;
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    ensureRuntimeFolder();
     return false;
 }
 
