@@ -1,4 +1,4 @@
-foreach(name tst_currenttheme tst_gallerycommand tst_galleryview tst_themefollower tst_themes)
+foreach(name tst_gallerycurrenttheme tst_gallerycommand tst_galleryview tst_themefollower tst_themes)
     tavolins_test(gallery/${name} QUICK SOURCES gallery/readable.h)
     target_link_libraries(${name} PRIVATE tavolins_gallery)
     target_compile_definitions(${name} PRIVATE

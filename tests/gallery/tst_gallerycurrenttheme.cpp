@@ -9,7 +9,7 @@
 #include <QtCore/QFile>
 #include <QtTest/QtTest>
 
-class tst_CurrentTheme : public TestCase
+class tst_GalleryCurrentTheme : public TestCase
 {
     Q_OBJECT
 
@@ -40,7 +40,7 @@ QByteArray page(const char *title, const char *color)
 } // namespace
 
 /// A theme in a folder of its own that is current. Titles are free to repeat: catalogues only grow.
-Theme *tst_CurrentTheme::loadAlone(const QByteArray &document)
+Theme *tst_GalleryCurrentTheme::loadAlone(const QByteArray &document)
 {
     const QString path = write(QStringLiteral("live.thm"), document);
     ThemeManager *manager = ThemeManager::getInstance();
@@ -52,7 +52,7 @@ Theme *tst_CurrentTheme::loadAlone(const QByteArray &document)
     return theme;
 }
 
-void tst_CurrentTheme::describesTheTheme()
+void tst_GalleryCurrentTheme::describesTheTheme()
 {
     write(QStringLiteral("styles/Button.qml"), "");
     write(QStringLiteral("styles/Button_big_round.qml"), "");
@@ -74,7 +74,7 @@ void tst_CurrentTheme::describesTheTheme()
     QCOMPARE(current.styles(), styles);
 }
 
-void tst_CurrentTheme::tellsWhereClassesComeFrom()
+void tst_GalleryCurrentTheme::tellsWhereClassesComeFrom()
 {
     write(QStringLiteral("1.thm"), R"({ "title": "Eldest", "a": { "radius": 1 },
                                         "b": { "radius": 1 }, "c": { "radius": 1 } })");
@@ -91,14 +91,14 @@ void tst_CurrentTheme::tellsWhereClassesComeFrom()
              QStringList({ QStringLiteral("Eldest"), QStringLiteral("Middle"), QString() }));
 }
 
-void tst_CurrentTheme::editShowsInTheWindow_data()
+void tst_GalleryCurrentTheme::editShowsInTheWindow_data()
 {
     QTest::addColumn<bool>("byRename");
     QTest::newRow("saved in place") << false;
     QTest::newRow("saved by renaming") << true;
 }
 
-void tst_CurrentTheme::editShowsInTheWindow()
+void tst_GalleryCurrentTheme::editShowsInTheWindow()
 {
     QFETCH(bool, byRename);
     const Theme *theme = loadAlone(page("Live", "#102030"));
@@ -119,7 +119,7 @@ void tst_CurrentTheme::editShowsInTheWindow()
     }
 }
 
-void tst_CurrentTheme::brokenFileKeepsTheLook_data()
+void tst_GalleryCurrentTheme::brokenFileKeepsTheLook_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("problem");
@@ -133,7 +133,7 @@ void tst_CurrentTheme::brokenFileKeepsTheLook_data()
     QTest::newRow("emptied") << QByteArray() << QStringLiteral("the file is empty");
 }
 
-void tst_CurrentTheme::brokenFileKeepsTheLook()
+void tst_GalleryCurrentTheme::brokenFileKeepsTheLook()
 {
     QFETCH(QByteArray, text);
     QFETCH(QString, problem);
@@ -152,7 +152,7 @@ void tst_CurrentTheme::brokenFileKeepsTheLook()
     QCOMPARE(theme->title(), QStringLiteral("Live"));
 }
 
-void tst_CurrentTheme::fileThatIsGoneKeepsTheLook()
+void tst_GalleryCurrentTheme::fileThatIsGoneKeepsTheLook()
 {
     const Theme *theme = loadAlone(page("Live", "#102030"));
     QVERIFY(theme);
@@ -169,7 +169,7 @@ void tst_CurrentTheme::fileThatIsGoneKeepsTheLook()
     QCOMPARE(Theme::global()->colors()->background(), QColor(0x40, 0x50, 0x60));
 }
 
-void tst_CurrentTheme::unknownParentIsTold()
+void tst_GalleryCurrentTheme::unknownParentIsTold()
 {
     QVERIFY(loadAlone(page("Live", "#102030")));
     const CurrentTheme current;
@@ -181,5 +181,5 @@ void tst_CurrentTheme::unknownParentIsTold()
     QCOMPARE(Theme::global()->colors()->background(), QColor(0x10, 0x20, 0x30));
 }
 
-TAVOLINS_TEST_MAIN(tst_CurrentTheme)
-#include "tst_currenttheme.moc"
+TAVOLINS_TEST_MAIN(tst_GalleryCurrentTheme)
+#include "tst_gallerycurrenttheme.moc"
