@@ -5,7 +5,7 @@
 
 namespace {
 
-QString parseProblem(const QByteArray &text, const QJsonParseError &error)
+QString parseProblem(const QByteArray &text, QJsonParseError error)
 {
     const QByteArray before = text.left(error.offset);
     const int line = before.count('\n') + 1;

@@ -93,6 +93,7 @@ ThemePrivate::ThemePrivate(const ThemePrivate &other)
     , styles(other.styles)
     , classScopes(other.classScopes)
 {
+    // cppcheck-suppress useInitializationList; groups can't be copied while they are constructed
     colors = other.colors;
 }
 

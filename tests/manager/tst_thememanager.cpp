@@ -791,7 +791,7 @@ void tst_ThemeManager::emptyNameNeverSwitches()
     ThemeManager manager;
     QSignalSpy current(&manager, &ThemeManager::currentChanged);
     manager.loadThemes(folder(), QString());
-    manager.loadThemes(folder(), QStringLiteral(""));
+    manager.loadThemes(folder(), QLatin1String(""));
     QCOMPARE(manager.rowCount(), 2);
     QCOMPARE(current.count(), 0);
 }

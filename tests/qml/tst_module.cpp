@@ -262,8 +262,8 @@ void tst_Module::managerOutlivesEngines()
     write(QStringLiteral("two/c.thm"), themeText(c, 13));
     const auto load = [&](QObject *object, const char *name, const QString &title) {
         return QMetaObject::invokeMethod(
-                object, "load", Q_ARG(QVariant, folder() + QLatin1Char('/') + QLatin1String(name)),
-                Q_ARG(QVariant, title));
+                object, "load",
+                Q_ARG(QVariant, folder() + QLatin1Char('/') + QLatin1String(name)), Q_ARG(QVariant, title));
     };
 
     auto firstEngine = newEngine();

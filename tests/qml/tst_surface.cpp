@@ -358,8 +358,8 @@ void tst_Surface::modelInAListView()
     QVERIFY(root);
     const auto check = [&](int row) {
         QVariant item;
-        QVERIFY(QMetaObject::invokeMethod(root, "at", Q_RETURN_ARG(QVariant, item),
-                                          Q_ARG(QVariant, row)));
+        QVERIFY(QMetaObject::invokeMethod(root, "at",
+                                          Q_RETURN_ARG(QVariant, item), Q_ARG(QVariant, row)));
         const auto *delegate = item.value<QObject *>();
         QVERIFY(delegate);
         auto *theme = qobject_cast<Theme *>(delegate->property("theme").value<QObject *>());
@@ -470,9 +470,9 @@ void tst_Surface::loadFromQml()
     QCOMPARE(manager().rowCount(), rows + 1);
     QCOMPARE(root->property("rounding").toInt(), before);
     QCOMPARE(current.count(), 0);
-    QVERIFY(QMetaObject::invokeMethod(root, "loadAndSelect",
-                                      Q_ARG(QVariant, folder() + QLatin1String("/two")),
-                                      Q_ARG(QVariant, a)));
+    QVERIFY(QMetaObject::invokeMethod(
+            root, "loadAndSelect",
+            Q_ARG(QVariant, folder() + QLatin1String("/two")), Q_ARG(QVariant, a)));
     QCOMPARE(manager().rowCount(), rows + 2);
     QCOMPARE(root->property("rounding").toInt(), 31);
     QCOMPARE(current.count(), 1);
@@ -830,8 +830,9 @@ void tst_Surface::extendsLaterFile()
         function load(path, title) { ThemeManager.loadThemes(path, title) })");
     QVERIFY(root);
     const int rows = manager().rowCount();
-    QVERIFY(QMetaObject::invokeMethod(root, "load", Q_ARG(QVariant, folder() + QLatin1String("/t")),
-                                      Q_ARG(QVariant, QString::fromUtf8(child))));
+    QVERIFY(QMetaObject::invokeMethod(root, "load",
+                                      Q_ARG(QVariant, folder() + QLatin1String("/t")),
+                                                   Q_ARG(QVariant, QString::fromUtf8(child))));
     QCOMPARE(manager().current()->title(), QString::fromUtf8(child));
     QCOMPARE(manager().currentIndex(), rows + 1); // behind its parent
     QCOMPARE(root->property("rounding").toInt(), 71);

@@ -480,7 +480,7 @@ void tst_Theme::themeChangedMeansThisTheme()
     Theme other;
     const auto themeChanged = [&theme](Theme *changed) {
         // The signal has this name as well.
-        return QMetaObject::invokeMethod(&theme, "themeChanged", Q_ARG(Theme *, changed));
+        return QMetaObject::invokeMethod(&theme, "themeChanged", Q_ARG(Theme*, changed));
     };
     SignalRecorder recorder(&theme);
     QVERIFY(themeChanged(&other));
@@ -739,7 +739,7 @@ void tst_Theme::withoutData_slots()
     QCOMPARE(recorder.take(), QStringList());
     theme->sendUpdate();
     QCOMPARE(recorder.take(), update);
-    QMetaObject::invokeMethod(theme.get(), "themeChanged", Q_ARG(Theme *, theme.get()));
+    QMetaObject::invokeMethod(theme.get(), "themeChanged", Q_ARG(Theme*, theme.get()));
     QCOMPARE(recorder.take(), update);
     theme->setTitle(QStringLiteral("New"));
     theme->setFilename(QStringLiteral("/new.thm"));

@@ -686,12 +686,14 @@ void tst_ThemeClassnames::getStyleIgnoresTheItemsClasses()
     QCOMPARE(theme.getStyle(QStringLiteral("Button")), QStringLiteral("plain"));
     QCOMPARE(theme.getStyle(QStringLiteral("Card")), QString());
     QString style;
-    QVERIFY(QMetaObject::invokeMethod(&theme, "getStyle", Q_RETURN_ARG(QString, style),
-                                      Q_ARG(QString, QStringLiteral("Button"))));
+    QVERIFY(QMetaObject::invokeMethod(&theme, "getStyle",
+                                      Q_RETURN_ARG(QString, style),
+                                                   Q_ARG(QString, QStringLiteral("Button"))));
     QCOMPARE(style, QStringLiteral("plain"));
-    QVERIFY(QMetaObject::invokeMethod(&theme, "getStyle", Q_RETURN_ARG(QString, style),
-                                      Q_ARG(QString, QStringLiteral("Button")),
-                                      Q_ARG(QString, QStringLiteral("a"))));
+    QVERIFY(QMetaObject::invokeMethod(&theme, "getStyle",
+                                      Q_RETURN_ARG(QString, style),
+                                                   Q_ARG(QString, QStringLiteral("Button")),
+                                                         Q_ARG(QString, QStringLiteral("a"))));
     QCOMPARE(style, QStringLiteral("variant"));
 }
 

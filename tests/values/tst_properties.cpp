@@ -145,7 +145,7 @@ QVariant otherValue(const QMetaProperty &property)
     }
 }
 
-QByteArray describe(const QMetaMethod &method)
+QByteArray describe(QMetaMethod method)
 {
     QList<QByteArray> parameters;
     const QList<QByteArray> types = method.parameterTypes();
