@@ -32,13 +32,13 @@ Contender qmlSingleton()
 {
     Contender contender;
     contender.name = QStringLiteral("qml-singleton");
-    contender.imports = QStringLiteral("import Bench 1.0");
+    contender.imports = QStringLiteral("import Yardsticks 1.0");
     contender.background = QStringLiteral("QmlSource.background");
     contender.foreground = QStringLiteral("QmlSource.foreground");
     contender.corner = QStringLiteral("QmlSource.radius");
     contender.face = QStringLiteral("QmlSource.font");
     contender.show = [](int index, QObject *root) {
-        static const int type = qmlTypeId("Bench", 1, 0, "QmlSource");
+        static const int type = qmlTypeId("Yardsticks", 1, 0, "QmlSource");
         auto *source = qmlEngine(root)->singletonInstance<QObject *>(type);
         const Look &look = Look::at(index);
         source->setProperty("background", look.background);
@@ -53,7 +53,7 @@ Contender cppSingleton()
 {
     Contender contender;
     contender.name = QStringLiteral("cpp-singleton");
-    contender.imports = QStringLiteral("import Bench 1.0");
+    contender.imports = QStringLiteral("import Yardsticks 1.0");
     contender.background = QStringLiteral("LookSource.background");
     contender.foreground = QStringLiteral("LookSource.foreground");
     contender.corner = QStringLiteral("LookSource.radius");
@@ -77,7 +77,7 @@ Contender floorAttached()
 {
     Contender contender;
     contender.name = QStringLiteral("floor");
-    contender.imports = QStringLiteral("import Bench 1.0");
+    contender.imports = QStringLiteral("import Yardsticks 1.0");
     contender.background = QStringLiteral("Floor.colors.background");
     contender.foreground = QStringLiteral("Floor.colors.foreground");
     contender.corner = QStringLiteral("Floor.radius");

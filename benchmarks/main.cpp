@@ -36,11 +36,14 @@ QObject *sharedInstance(QQmlEngine *, QJSEngine *)
 
 void registerTypes()
 {
-    const char *const module = "Bench";
+    // Each yardstick is imported from a module beside the bench's own, as the plugin and its peers
+    // are: the engine searches the imported modules one after the other for every name it meets.
+    const char *const bench = "Bench";
+    const char *const module = "Yardsticks";
     const QString reason = QStringLiteral("attached property");
     const QUrl qmlSource(QStringLiteral("qrc:/bench/QmlSource.qml"));
     qmlRegisterSingletonType<LookSource>(module, 1, 0, "LookSource", sharedInstance<LookSource>);
-    qmlRegisterSingletonType<Evaluations>(module, 1, 0, "Evaluations", sharedInstance<Evaluations>);
+    qmlRegisterSingletonType<Evaluations>(bench, 1, 0, "Evaluations", sharedInstance<Evaluations>);
     qmlRegisterSingletonType(qmlSource, module, 1, 0, "QmlSource");
     qmlRegisterUncreatableType<BareAttached>(module, 1, 0, "Bare", reason);
     qmlRegisterUncreatableType<FloorAttached>(module, 1, 0, "Floor", reason);
