@@ -238,10 +238,12 @@ void Theme::shareData(ThemePrivate *data)
     m_dataConnection = connect(data, updateTheme, this, update);
 }
 
-/// Whether \a source, whose values were copied here, has other values by now.
+/// Whether \a source, which was copied here, has other values or another title by now.
 bool Theme::isOutdatedCopyOf(const Theme *source) const
 {
-    return source->d && source->d != d && (!d || !d->contains(*source->d));
+    if (!source->d || source->d == d)
+        return false;
+    return m_title != source->m_title || !d || !d->contains(*source->d);
 }
 
 void Theme::storeTitle(const QString &title)

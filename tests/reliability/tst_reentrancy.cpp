@@ -333,6 +333,8 @@ private Q_SLOTS:
     void attachedThemeDeletesItself();
     void rowsKeepTheirOrderInViews_data();
     void rowsKeepTheirOrderInViews();
+    void reloadDuringTheOnlyCopy_data();
+    void reloadDuringTheOnlyCopy();
 
 private:
     Theme *load(const QString &name, int seed);
@@ -845,6 +847,37 @@ void tst_Reentrancy::rowsKeepTheirOrderInViews()
         QCOMPARE(updates.count(), 1);
     }
     removeThemes();
+}
+
+void tst_Reentrancy::reloadDuringTheOnlyCopy_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("new values") << themeText(QStringLiteral("Title"), editedSeed);
+    QTest::newRow("new title") << themeText(QStringLiteral("Other title"), nightSeed);
+}
+
+/// A theme outside of the catalogue is copied once by a switch. What a handler has it read anew
+/// meanwhile must arrive all the same.
+void tst_Reentrancy::reloadDuringTheOnlyCopy()
+{
+    QFETCH(QByteArray, text);
+    ThemeManager *manager = ThemeManager::getInstance();
+    const QString path = write(QStringLiteral("theme.thm"),
+                               themeText(QStringLiteral("Title"), nightSeed));
+    Theme theme;
+    QCOMPARE(theme.load(path), 0);
+    QObject object;
+    Theme *attached = Theme::qmlAttachedProperties(&object);
+    Handler handler;
+    connectNatively({ Item, "needUpdate()", Switch, false }, attached, &handler);
+    handler.arm([&] {
+        write(QStringLiteral("theme.thm"), text);
+        theme.reload();
+    });
+    manager->setCurrent(&theme);
+    QCOMPARE(handler.runs(), 1);
+    QVERIFY(Look::ofTheme(attached) == Look::ofTheme(&theme));
+    QCOMPARE(Theme::global()->title(), theme.title());
 }
 
 TAVOLINS_TEST_MAIN(tst_Reentrancy)
