@@ -239,8 +239,8 @@ void ThemeManager::updateGTheme()
 
 void ThemeManager::copyToGlobal(Theme *theme)
 {
-    const QScopedValueRollback<Theme *> copiedTheme(m_copiedTheme, theme);
     const QPointer<Theme> source(theme);
+    const QScopedValueRollback<QPointer<Theme>> copiedTheme(m_copiedTheme, source);
     do {
         m_copyIsOutdated = false;
         *Theme::global() = *source;

@@ -105,7 +105,7 @@ private:
     mutable QHash<QString, QPointer<Theme>> m_titleIndex;
     mutable unsigned m_indexedTitleChanges = 0;
     unsigned m_switches = 0;
-    Theme *m_copiedTheme = nullptr;
+    QPointer<Theme> m_copiedTheme;
     bool m_copyIsOutdated = false;
     bool m_isInserting = false;
     int m_rowCount = 0;

@@ -335,6 +335,7 @@ private Q_SLOTS:
     void rowsKeepTheirOrderInViews();
     void reloadDuringTheOnlyCopy_data();
     void reloadDuringTheOnlyCopy();
+    void themeReplacedAtItsAddress();
 
 private:
     Theme *load(const QString &name, int seed);
@@ -878,6 +879,34 @@ void tst_Reentrancy::reloadDuringTheOnlyCopy()
     QCOMPARE(handler.runs(), 1);
     QVERIFY(Look::ofTheme(attached) == Look::ofTheme(&theme));
     QCOMPARE(Theme::global()->title(), theme.title());
+}
+
+/// A new theme that takes the place of a destroyed one in memory is not mistaken for it.
+void tst_Reentrancy::themeReplacedAtItsAddress()
+{
+    ThemeManager *manager = ThemeManager::getInstance();
+    const QString night = write(QStringLiteral("night.thm"),
+                                themeText(QStringLiteral("Night"), nightSeed));
+    const QString third = write(QStringLiteral("third.thm"),
+                                themeText(QStringLiteral("Third"), thirdSeed));
+    alignas(Theme) char place[sizeof(Theme)];
+    auto *theme = new (place) Theme;
+    theme->load(night);
+    QObject object;
+    Theme *attached = Theme::qmlAttachedProperties(&object);
+    Handler handler;
+    connectNatively({ Item, "needUpdate()", Switch, false }, attached, &handler);
+    handler.arm([&] {
+        theme->~Theme();
+        theme = new (place) Theme;
+        manager->setCurrent(theme);
+        theme->load(third);
+    });
+    manager->setCurrent(theme);
+    QCOMPARE(handler.runs(), 1);
+    QCOMPARE(manager->current(), theme);
+    QVERIFY(Look::ofTheme(attached) == Look::ofSeed(thirdSeed));
+    theme->~Theme();
 }
 
 TAVOLINS_TEST_MAIN(tst_Reentrancy)
