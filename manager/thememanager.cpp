@@ -146,12 +146,16 @@ QHash<int, QByteArray> ThemeManager::roleNames() const
 void ThemeManager::loadThemes(const QString &path, const QString &current)
 {
     const QDir folder(path);
-    QList<Theme *> waiting;
+    // A handler of the rows added on the way may destroy themes.
+    QList<QPointer<Theme>> waiting;
     if (folder.exists()) {
         const QStringList names = folder.entryList(QStringList(QStringLiteral("*.thm")));
         for (const QString &name : names) {
-            Theme *theme = new Theme(this);
-            switch (theme->load(folder.absoluteFilePath(name))) {
+            const QPointer<Theme> theme(new Theme(this));
+            const int status = theme->load(folder.absoluteFilePath(name));
+            if (!theme)
+                continue;
+            switch (status) {
             case Loaded:
                 addTheme(theme);
                 break;
@@ -165,8 +169,11 @@ void ThemeManager::loadThemes(const QString &path, const QString &current)
         }
     }
     // One more try only, on purpose: chains that need more must be named in the order they extend.
-    for (Theme *theme : qAsConst(waiting)) {
-        if (theme->reload() == Loaded)
+    for (const QPointer<Theme> &theme : qAsConst(waiting)) {
+        const int status = theme ? theme->reload() : Failed;
+        if (!theme)
+            continue;
+        if (status == Loaded)
             addTheme(theme);
         else
             theme->deleteLater();

@@ -21,7 +21,11 @@ int Theme::load(const QString &path)
 
 int Theme::reload()
 {
+    const QPointer<Theme> self(this);
     loadThemeFonts();
+    // The application announces new fonts, and a handler may destroy this theme.
+    if (!self)
+        return 1;
 
     QFile file(m_filename);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -36,7 +40,6 @@ int Theme::reload()
 
     // A handler of the signals below may read the file again, assign to this theme or destroy it;
     // what is left of this reading is out of date then.
-    const QPointer<Theme> self(this);
     const unsigned reading = ++m_changes;
 
     const QString parentTitle = document.value(QLatin1String("extends")).toString();

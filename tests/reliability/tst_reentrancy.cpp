@@ -6,6 +6,7 @@
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
@@ -336,6 +337,8 @@ private Q_SLOTS:
     void reloadDuringTheOnlyCopy_data();
     void reloadDuringTheOnlyCopy();
     void themeReplacedAtItsAddress();
+    void waitingThemeDestroyedWhileFolderLoads();
+    void themeDestroyedByItsFonts();
 
 private:
     Theme *load(const QString &name, int seed);
@@ -907,6 +910,44 @@ void tst_Reentrancy::themeReplacedAtItsAddress()
     QCOMPARE(manager->current(), theme);
     QVERIFY(Look::ofTheme(attached) == Look::ofSeed(thirdSeed));
     theme->~Theme();
+}
+
+/// The first theme of the folder waits for the second one; a handler of the second one's row
+/// destroys both.
+void tst_Reentrancy::waitingThemeDestroyedWhileFolderLoads()
+{
+    ThemeManager *manager = ThemeManager::getInstance();
+    write(QStringLiteral("themes/a.thm"), "{\"title\": \"A\", \"extends\": \"B\"}");
+    write(QStringLiteral("themes/b.thm"), themeText(QStringLiteral("B"), daySeed));
+    const int rowsBefore = manager->rowCount();
+    Handler handler;
+    connectNatively({ Manager, "rowsInserted(QModelIndex,int,int)", LoadFolder, false }, manager,
+                    &handler);
+    handler.arm([this] { removeThemes(); });
+    manager->loadThemes(folder() + QLatin1String("/themes"), QStringLiteral("A"));
+    QCOMPARE(handler.runs(), 1);
+    QCOMPARE(manager->rowCount(), rowsBefore + 1);
+    QVERIFY(!manager->index(rowsBefore).data().isValid());
+    QCOMPARE(manager->current(), m_ownTheme);
+}
+
+/// Registering the fonts beside a theme is announced by the application; a handler destroys the
+/// theme that is being loaded.
+void tst_Reentrancy::themeDestroyedByItsFonts()
+{
+    const QString font = QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+    QVERIFY(QFile::exists(font));
+    QVERIFY(QDir(folder()).mkpath(QStringLiteral("themes/fonts")));
+    QVERIFY(QFile::copy(font, folder() + QLatin1String("/themes/fonts/font.ttf")));
+    write(QStringLiteral("themes/a.thm"), themeText(QStringLiteral("A"), daySeed));
+    ThemeManager *manager = ThemeManager::getInstance();
+    const int rowsBefore = manager->rowCount();
+    Handler handler;
+    connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, &handler, &Handler::fire);
+    handler.arm([this] { removeThemes(); });
+    manager->loadThemes(folder() + QLatin1String("/themes"));
+    QCOMPARE(handler.runs(), 1);
+    QCOMPARE(manager->rowCount(), rowsBefore);
 }
 
 TAVOLINS_TEST_MAIN(tst_Reentrancy)
