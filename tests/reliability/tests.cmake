@@ -11,3 +11,17 @@ target_link_libraries(tavolins_reliability_support PUBLIC tavolins_test_support 
 
 tavolins_test(reliability/tst_reentrancy QUICK)
 target_link_libraries(tst_reentrancy PRIVATE tavolins_reliability_support)
+
+tavolins_test(reliability/tst_surfaces QUICK)
+target_link_libraries(tst_surfaces PRIVATE tavolins_reliability_support)
+
+add_executable(exitapp reliability/exitapp.cpp)
+tavolins_target(exitapp)
+target_link_libraries(exitapp PRIVATE Qt5::Gui Qt5::Qml Qt5::Quick)
+target_compile_definitions(exitapp PRIVATE
+    TAVOLINS_QML_IMPORT_PATH="${PROJECT_BINARY_DIR}/qml"
+    TAVOLINS_QML_URI="${TAVOLINS_QML_URI}")
+add_dependencies(exitapp tavolins)
+tavolins_test(reliability/tst_exit)
+target_compile_definitions(tst_exit PRIVATE TAVOLINS_EXITAPP="$<TARGET_FILE:exitapp>")
+add_dependencies(tst_exit exitapp)
