@@ -236,8 +236,7 @@ public:
 
     ~Scene()
     {
-        const QObjectList probes = liveProbes();
-        for (const QPointer<QObject> probe : probes)
+        for (const QPointer<QObject> &probe : qAsConst(m_probes))
             delete probe;
     }
 
