@@ -188,6 +188,7 @@ void Theme::setTitle(const QString &title)
 {
     if (m_title == title)
         return;
+    const LifeWatch self(this);
     storeTitle(title);
     Q_EMIT titleChanged(title);
 }
@@ -196,6 +197,7 @@ void Theme::setFilename(const QString &filename)
 {
     if (m_filename == filename)
         return;
+    const LifeWatch self(this);
     m_filename = filename;
     Q_EMIT filenameChanged();
 }
@@ -205,6 +207,7 @@ void Theme::setRadius(int radius)
     // The data keeps fractions, so 2.9 and 2 are different although both read as 2.
     if (!d || d->radius == double(radius))
         return;
+    const LifeWatch self(this);
     d->radius = radius;
     Q_EMIT radiusChanged();
 }
@@ -286,5 +289,7 @@ void Theme::release()
     attachedThemes().leave(this);
     disconnect(m_dataConnection);
     d = nullptr;
-    DeferredDeletion::schedule(this);
+    m_isReleased = true;
+    if (!m_lifeWatch)
+        DeferredDeletion::schedule(this);
 }

@@ -219,6 +219,7 @@ private:
     bool m_followsData = false;
     bool m_isCatalogued = false;
     LifeWatch *m_lifeWatch = nullptr;
+    bool m_isReleased = false;
     Registry<Theme> *m_registry = nullptr;
     int m_place = -1;
 

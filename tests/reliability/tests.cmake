@@ -25,3 +25,10 @@ add_dependencies(exitapp tavolins)
 tavolins_test(reliability/tst_exit)
 target_compile_definitions(tst_exit PRIVATE TAVOLINS_EXITAPP="$<TARGET_FILE:exitapp>")
 add_dependencies(tst_exit exitapp)
+
+# Freed memory is overwritten, so that Qt itself, which is built without sanitizers, stumbles over
+# objects that were destroyed under its hands.
+foreach(name tst_reentrancy tst_surfaces tst_exit)
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+        MALLOC_PERTURB_=165 ASAN_OPTIONS=max_free_fill_size=4096:free_fill_byte=165)
+endforeach()
