@@ -53,19 +53,39 @@ int ThemeManager::currentIndex() const
 
 void ThemeManager::addTheme(Theme *theme)
 {
-    const int row = themes.size();
-    beginInsertRows(QModelIndex(), row, row);
+    if (m_isInserting) {
+        // Called by a handler of the signals below. Views take insertions one after another, so
+        // the running call announces this row when it has finished with its own.
+        appendTheme(theme);
+        return;
+    }
+    const QScopedValueRollback<bool> isInserting(m_isInserting, true);
+    beginInsertRows(QModelIndex(), m_rowCount, m_rowCount);
+    appendTheme(theme);
+    finishInsertion();
+    while (m_rowCount < themes.size()) {
+        beginInsertRows(QModelIndex(), m_rowCount, m_rowCount);
+        finishInsertion();
+    }
+}
+
+void ThemeManager::appendTheme(Theme *theme)
+{
     themes.append(theme);
     indexTitle(theme);
-    if (theme) {
-        theme->m_isCatalogued = true;
-        // QML gets at the themes through the model, and would leave them to its garbage collector.
-        QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
-    }
-    endInsertRows();
-    if (!themes.at(row))
+    if (!theme)
         return;
-    connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
+    theme->m_isCatalogued = true;
+    // QML gets at the themes through the model, and would leave them to its garbage collector.
+    QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
+}
+
+void ThemeManager::finishInsertion()
+{
+    const int row = m_rowCount++;
+    endInsertRows();
+    if (Theme *theme = themes.at(row))
+        connect(this, SIGNAL(currentChanged(Theme*)), theme, SLOT(themeChanged(Theme*)));
 }
 
 Theme *ThemeManager::themeFromName(const QString &name) const
@@ -98,12 +118,12 @@ void ThemeManager::indexTitles() const
 
 int ThemeManager::rowCount(const QModelIndex &) const
 {
-    return themes.size();
+    return m_rowCount;
 }
 
 QVariant ThemeManager::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || index.row() >= themes.size())
+    if (!index.isValid() || index.row() >= m_rowCount)
         return QVariant();
     Theme *theme = themes.at(index.row());
     if (!theme)
@@ -126,12 +146,16 @@ QHash<int, QByteArray> ThemeManager::roleNames() const
 void ThemeManager::loadThemes(const QString &path, const QString &current)
 {
     const QDir folder(path);
-    QList<Theme *> waiting;
+    // A handler of the rows added on the way may destroy themes.
+    QList<QPointer<Theme>> waiting;
     if (folder.exists()) {
         const QStringList names = folder.entryList(QStringList(QStringLiteral("*.thm")));
         for (const QString &name : names) {
-            Theme *theme = new Theme(this);
-            switch (theme->load(folder.absoluteFilePath(name))) {
+            const QPointer<Theme> theme(new Theme(this));
+            const int status = theme->load(folder.absoluteFilePath(name));
+            if (!theme)
+                continue;
+            switch (status) {
             case Loaded:
                 addTheme(theme);
                 break;
@@ -145,8 +169,11 @@ void ThemeManager::loadThemes(const QString &path, const QString &current)
         }
     }
     // One more try only, on purpose: chains that need more must be named in the order they extend.
-    for (Theme *theme : qAsConst(waiting)) {
-        if (theme->reload() == Loaded)
+    for (const QPointer<Theme> &theme : qAsConst(waiting)) {
+        const int status = theme ? theme->reload() : Failed;
+        if (!theme)
+            continue;
+        if (status == Loaded)
             addTheme(theme);
         else
             theme->deleteLater();
@@ -219,8 +246,8 @@ void ThemeManager::updateGTheme()
 
 void ThemeManager::copyToGlobal(Theme *theme)
 {
-    const QScopedValueRollback<Theme *> copiedTheme(m_copiedTheme, theme);
     const QPointer<Theme> source(theme);
+    const QScopedValueRollback<QPointer<Theme>> copiedTheme(m_copiedTheme, source);
     do {
         m_copyIsOutdated = false;
         *Theme::global() = *source;

@@ -44,12 +44,15 @@ public:
 
     /// Adds \a theme as the last row. It stays owned by its parent; when it is destroyed, or null
     /// in the first place, its row has no data.
+    ///
+    /// A handler of the row signals may add themes, too: they can be found by their title and made
+    /// current at once, and get their rows as soon as the running insertion has reached everybody.
     void addTheme(Theme *theme);
 
     /// The first theme of the catalogue whose title equals \a name exactly; null if there is none.
     Theme *themeFromName(const QString &name) const;
 
-    /// The number of themes, whatever \a parent is.
+    /// The number of themes, whatever \a parent is. Counts a theme once its row was announced.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
@@ -84,6 +87,8 @@ protected Q_SLOTS:
     void updateGTheme();
 
 private:
+    void appendTheme(Theme *theme);
+    void finishInsertion();
     void indexTitle(const QPointer<Theme> &theme) const;
     void indexTitles() const;
     void copyToGlobal(Theme *theme);
@@ -100,8 +105,10 @@ private:
     mutable QHash<QString, QPointer<Theme>> m_titleIndex;
     mutable unsigned m_indexedTitleChanges = 0;
     unsigned m_switches = 0;
-    Theme *m_copiedTheme = nullptr;
+    QPointer<Theme> m_copiedTheme;
     bool m_copyIsOutdated = false;
+    bool m_isInserting = false;
+    int m_rowCount = 0;
 };
 
 QML_DECLARE_TYPE(ThemeManager)

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "theme/deferreddeletion.h"
 #include "theme/theme.h"
 
 /// Tells a function that emits signals whether its theme has outlived their handlers. Costs a few
 /// instructions where a QPointer allocates, which counts for functions that run for every item at
 /// every switch.
+///
+/// A theme whose item has died is kept as long as somebody watches it: the engine still uses the
+/// sender of a signal after a handler in QML has returned, also when that handler ran an event
+/// loop.
 class Theme::LifeWatch
 {
 public:
@@ -17,8 +22,11 @@ public:
 
     ~LifeWatch()
     {
-        if (m_theme)
-            m_theme->m_lifeWatch = m_outer;
+        if (!m_theme)
+            return;
+        m_theme->m_lifeWatch = m_outer;
+        if (m_theme->m_isReleased && !m_outer)
+            DeferredDeletion::schedule(m_theme);
     }
 
     LifeWatch(const LifeWatch &) = delete;

@@ -188,6 +188,7 @@ void Theme::setTitle(const QString &title)
 {
     if (m_title == title)
         return;
+    const LifeWatch self(this);
     storeTitle(title);
     Q_EMIT titleChanged(title);
 }
@@ -196,6 +197,7 @@ void Theme::setFilename(const QString &filename)
 {
     if (m_filename == filename)
         return;
+    const LifeWatch self(this);
     m_filename = filename;
     Q_EMIT filenameChanged();
 }
@@ -205,6 +207,7 @@ void Theme::setRadius(int radius)
     // The data keeps fractions, so 2.9 and 2 are different although both read as 2.
     if (!d || d->radius == double(radius))
         return;
+    const LifeWatch self(this);
     d->radius = radius;
     Q_EMIT radiusChanged();
 }
@@ -263,10 +266,13 @@ void Theme::connectNotify(const QMetaMethod &)
 {
     followData();
 }
-/// Whether \a source, whose values were copied here, has other values by now.
+
+/// Whether \a source, which was copied here, has other values or another title by now.
 bool Theme::isOutdatedCopyOf(const Theme *source) const
 {
-    return source->d && source->d != d && (!d || !d->contains(*source->d));
+    if (!source->d || source->d == d)
+        return false;
+    return m_title != source->m_title || !d || !d->contains(*source->d);
 }
 
 void Theme::storeTitle(const QString &title)
@@ -283,5 +289,7 @@ void Theme::release()
     attachedThemes().leave(this);
     disconnect(m_dataConnection);
     d = nullptr;
-    DeferredDeletion::schedule(this);
+    m_isReleased = true;
+    if (!m_lifeWatch)
+        DeferredDeletion::schedule(this);
 }

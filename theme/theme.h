@@ -96,7 +96,8 @@ public:
     /// catalogued, sendUpdate() is called. Text that is not a JSON object counts as an empty one.
     /// \return 0 when the file was read and applied; 1 when it could not be opened (after the
     ///         warning "Couldn't open file.") or is empty; 2 when it extends a theme that the
-    ///         catalogue does not hold. On 1 and 2 the theme's values stay as they were.
+    ///         catalogue does not hold. On 1 and 2 the theme's values stay as they were. The number
+    ///         means nothing when a handler destroyed the theme meanwhile.
     int reload();
 
     /// Applies a theme \a document: with \a header its title, its "global" scope and its class
@@ -218,6 +219,7 @@ private:
     bool m_followsData = false;
     bool m_isCatalogued = false;
     LifeWatch *m_lifeWatch = nullptr;
+    bool m_isReleased = false;
     Registry<Theme> *m_registry = nullptr;
     int m_place = -1;
 

@@ -22,7 +22,11 @@ int Theme::load(const QString &path)
 
 int Theme::reload()
 {
+    const LifeWatch self(this);
     loadThemeFonts();
+    // The application announces new fonts, and a handler may destroy this theme.
+    if (!self.isAlive())
+        return 1;
 
     QFile file(m_filename);
     // Without a name, opening would write a line of Qt's own on the log.
@@ -38,7 +42,6 @@ int Theme::reload()
 
     // A handler of the signals below may read the file again, assign to this theme or destroy it;
     // what is left of this reading is out of date then.
-    const LifeWatch self(this);
     const unsigned reading = ++m_changes;
 
     const QString parentTitle = document.value(QLatin1String("extends")).toString();
