@@ -78,9 +78,14 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
 {
     if (!d)
         return QString();
-    const QStringList names = splitNames(classnames);
+    const QVector<QStringRef> names = classnames.splitRef(classSeparator, skipEmptyParts);
+    QString key = style + QLatin1Char('_');
+    const int stem = key.size();
+    key.reserve(stem + classnames.size());
     for (int i = names.size() - 1; i >= 0; --i) {
-        QString url = d->styles.value(style + QLatin1Char('_') + names.at(i));
+        key.truncate(stem);
+        key += names.at(i);
+        QString url = d->styles.value(key);
         if (!url.isEmpty())
             return url;
     }

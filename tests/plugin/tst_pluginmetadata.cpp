@@ -33,7 +33,7 @@ QJsonObject declaredMetadata()
     return { { QStringLiteral("IID"), QStringLiteral("com.mervo.tavolins.thememanager") },
              { QStringLiteral("MetaData"), QJsonObject() },
              { QStringLiteral("className"), QStringLiteral("TavolinsPlugin") },
-             { QStringLiteral("debug"), bool(TAVOLINS_DEBUG_BUILD) },
+             { QStringLiteral("debug"), TAVOLINS_DEBUG_BUILD == 1 },
              { QStringLiteral("version"), qtVersion } };
 }
 

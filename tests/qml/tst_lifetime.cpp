@@ -129,7 +129,7 @@ void tst_Lifetime::manyItems()
     constexpr int itemsARound = 100;
     constexpr int warmUp = 5;
     // A theme alone is larger than 100 bytes, so 15 rounds of them would be 150,000 at least.
-    constexpr qint64 bound = 8 * 1024;
+    constexpr qint64 bound = 8192;
 
     const QByteArray scope = "\"header\": {\"colors\": {\"foreground\": \"#0000ff\"}}";
     Theme *a = makeCurrent(QStringLiteral("a.thm"),
@@ -185,7 +185,7 @@ void tst_Lifetime::manyItems()
 void tst_Lifetime::manySwitches()
 {
     // A thousand switches with items that have a class: each makes new groups for them.
-    constexpr qint64 bound = 8 * 1024;
+    constexpr qint64 bound = 8192;
     const QByteArray scope = "\"header\": {\"colors\": {\"foreground\": \"#0000ff\"}}";
     Theme *a = makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1, scope));
     Theme *b = makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2, scope));
