@@ -20,11 +20,17 @@ int expectedRadius(const QJsonObject &document, bool hasParent)
 
 void checkClassScopes(const Theme &theme, const QJsonObject &document)
 {
+    // Walked through, not looked up: Qt's parser (seen in 5.15.8) sorts keys that hold a NUL in an
+    // order in which it can't find them.
+    QHash<QString, QJsonObject> expected;
+    for (auto member = document.constBegin(); member != document.constEnd(); ++member)
+        expected.insert(member.key(), member.value().toObject());
+    expected.remove(QStringLiteral("global"));
+    expected.remove(QStringLiteral("title"));
+
     const ThemePrivate *data = FuzzSession::data(theme);
-    for (const QString &key : document.keys()) {
-        if (key == QLatin1String("global") || key == QLatin1String("title"))
-            continue;
-        FuzzSession::check(data->classScopes.value(key) == document.value(key).toObject(),
+    for (auto scope = expected.constBegin(); scope != expected.constEnd(); ++scope) {
+        FuzzSession::check(data->classScopes.value(scope.key()) == scope.value(),
                            "each member of the document is a class scope");
     }
     FuzzSession::check(!data->classScopes.contains(QStringLiteral("global"))

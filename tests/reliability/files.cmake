@@ -1,2 +1,9 @@
 # Theme files under hostile conditions: fuzzing inputs, sizes, saves, faults, long runs.
 tavolins_test(fuzz/tst_regressions SOURCES ${TAVOLINS_FUZZ_SOURCES})
+
+add_executable(saver reliability/saver.cpp)
+tavolins_target(saver)
+tavolins_test(reliability/tst_saves TIMEOUT 900
+    SOURCES reliability/descriptors.cpp reliability/descriptors.h)
+add_dependencies(tst_saves saver)
+target_compile_definitions(tst_saves PRIVATE TAVOLINS_SAVER="$<TARGET_FILE:saver>")

@@ -32,7 +32,7 @@ protected:
     /// Runs what deleteLater() has put off, until nothing is left.
     static void deleteDeferred();
 
-private Q_SLOTS:
+protected Q_SLOTS:
     void init();
     void cleanup();
 
