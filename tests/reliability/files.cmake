@@ -7,3 +7,5 @@ tavolins_test(reliability/tst_saves TIMEOUT 900
     SOURCES reliability/descriptors.cpp reliability/descriptors.h)
 add_dependencies(tst_saves saver)
 target_compile_definitions(tst_saves PRIVATE TAVOLINS_SAVER="$<TARGET_FILE:saver>")
+tavolins_test(reliability/tst_soak QUICK TIMEOUT 1800
+    SOURCES reliability/descriptors.cpp reliability/descriptors.h)
