@@ -9,3 +9,6 @@ add_dependencies(tst_saves saver)
 target_compile_definitions(tst_saves PRIVATE TAVOLINS_SAVER="$<TARGET_FILE:saver>")
 tavolins_test(reliability/tst_soak QUICK TIMEOUT 1800
     SOURCES reliability/descriptors.cpp reliability/descriptors.h)
+tavolins_test(reliability/tst_faults
+    SOURCES reliability/systemfaults.cpp reliability/systemfaults.h)
+target_link_libraries(tst_faults PRIVATE ${CMAKE_DL_LIBS})
