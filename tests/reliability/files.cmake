@@ -12,3 +12,10 @@ tavolins_test(reliability/tst_soak QUICK TIMEOUT 1800
 tavolins_test(reliability/tst_faults
     SOURCES reliability/systemfaults.cpp reliability/systemfaults.h)
 target_link_libraries(tst_faults PRIVATE ${CMAKE_DL_LIBS})
+
+add_executable(loadonce reliability/loadonce.cpp)
+tavolins_target(loadonce)
+target_link_libraries(loadonce PRIVATE Tavolins::Tavolins)
+tavolins_test(reliability/tst_linear TIMEOUT 600)
+add_dependencies(tst_linear loadonce)
+target_compile_definitions(tst_linear PRIVATE TAVOLINS_LOADONCE="$<TARGET_FILE:loadonce>")
