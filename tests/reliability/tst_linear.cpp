@@ -150,7 +150,10 @@ void tst_Linear::largeInputs()
     QCOMPARE(process.readAllStandardError(), QByteArray());
     QVERIFY(result.isValid);
     QCOMPARE(result.count, count);
-#if !defined(TAVOLINS_IS_SANITIZED)
+#if defined(TAVOLINS_IS_SANITIZED)
+    // The sanitizer's own memory is several times that.
+    Q_UNUSED(memoryBound)
+#else
     QVERIFY2(result.memory <= memoryBound, qPrintable(QString::number(result.memory)));
 #endif
 }
