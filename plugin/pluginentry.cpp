@@ -77,5 +77,5 @@ extern "C" Q_DECL_EXPORT QObject *qt_plugin_instance()
     static QPointer<QObject> plugin;
     if (!plugin)
         plugin = new TavolinsPlugin;
-    return plugin;
+    return plugin.data();
 }

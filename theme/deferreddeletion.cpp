@@ -1,38 +1,59 @@
 #include "theme/deferreddeletion.h"
 
-#include <QtCore/QGlobalStatic>
-#include <QtCore/QSet>
+#include "theme/registry.h"
+#include "theme/theme.h"
+#include "theme/themeprivate.h"
 
 namespace {
 
-struct PendingObjects
+bool isUnloaded = false;
+
+/// The objects whose deletion is scheduled.
+template <typename Object>
+class Pending
 {
-    ~PendingObjects()
+public:
+    Pending() = default;
+    Pending(const Pending &) = delete;
+    Pending &operator=(const Pending &) = delete;
+
+    ~Pending()
     {
-        // An object may schedule others while it is destroyed.
-        while (!objects.isEmpty())
-            delete *objects.constBegin();
+        isUnloaded = true;
+        while (!m_objects.objects().isEmpty())
+            delete m_objects.objects().last();
     }
 
-    QSet<QObject *> objects;
+    void add(Object *object)
+    {
+        if (!m_objects.contains(object))
+            m_objects.enter(object);
+        object->deleteLater();
+    }
+
+private:
+    Registry<Object> m_objects;
 };
 
-Q_GLOBAL_STATIC(PendingObjects, pending)
-
-} // namespace
-
-void DeferredDeletion::schedule(QObject *object)
+template <typename Object>
+void deleteLater(Object *object)
 {
-    if (pending.isDestroyed()) {
+    if (isUnloaded) {
         delete object;
         return;
     }
-    pending->objects.insert(object);
-    object->deleteLater();
+    static Pending<Object> pending;
+    pending.add(object);
 }
 
-void DeferredDeletion::forget(QObject *object)
+} // namespace
+
+void DeferredDeletion::schedule(Theme *theme)
 {
-    if (pending.exists())
-        pending->objects.remove(object);
+    deleteLater(theme);
+}
+
+void DeferredDeletion::schedule(ThemePrivate *data)
+{
+    deleteLater(data);
 }

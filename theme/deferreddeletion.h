@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QtCore/QObject>
+class Theme;
+class ThemePrivate;
 
 /// Deletion of parentless objects that a running signal may still use.
 ///
@@ -10,9 +11,6 @@
 class DeferredDeletion
 {
 public:
-    /// Has \a object deleted by the event loop, or at the latest when the library is unloaded.
-    static void schedule(QObject *object);
-
-    /// Must be called by the destructor of each object that may have been scheduled.
-    static void forget(QObject *object);
+    static void schedule(Theme *theme);
+    static void schedule(ThemePrivate *data);
 };

@@ -2,28 +2,22 @@
 
 #include "manager/thememanager.h"
 #include "theme/deferreddeletion.h"
+#include "theme/lifewatch.h"
+#include "theme/registry.h"
 #include "values/truncated.h"
 
-#include <QtCore/QMetaMethod>
-#include <QtCore/QVector>
+#include <QtCore/QMetaObject>
 
 Theme *Theme::g_theme = nullptr;
 unsigned Theme::s_cataloguedTitleChanges = 0;
 
 namespace {
 
-/// What a theme shows while its data is gone. Lives until the process ends.
-ThemePrivate *absentData()
-{
-    static ThemePrivate *const data = new ThemePrivate;
-    return data;
-}
-
 /// The themes of all living items. Lives until the process ends, as engines may outlast the
 /// library's other statics.
-QVector<Theme *> &attachedThemes()
+Registry<Theme> &attachedThemes()
 {
-    static auto *const themes = new QVector<Theme *>;
+    static auto *const themes = new Registry<Theme>;
     return *themes;
 }
 
@@ -47,34 +41,42 @@ Theme::Theme(const Theme &other)
 
 /// The theme that overloads \a item with \a data of its own.
 Theme::Theme(Theme *item, ThemePrivate *data)
-    : QObject(item)
 {
-    shareData(data);
+    // Nobody watches an item's theme for children, and the events would cost more than the child.
+    item->d_ptr->receiveChildEvents = false;
+    setParent(item);
+    d = data;
 }
 
 Theme::~Theme()
 {
-    leaveAttached();
+    LifeWatch::end(this);
+    if (m_registry)
+        m_registry->leave(this);
     if (g_theme == this)
         g_theme = nullptr;
-    DeferredDeletion::forget(this);
-    if (overloaded)
+    // The overloaded theme ends with this one, as its child. Scheduling its deletion as well would
+    // make Qt search all scheduled deletions for it a moment later.
+    if (overloaded && overloaded->parent() != this)
         overloaded->deleteLater();
     // Also when other themes share the data: whoever deletes a theme takes its data along.
     if (d)
         DeferredDeletion::schedule(d);
+    if (m_absentData)
+        DeferredDeletion::schedule(m_absentData);
 }
 
-Theme &Theme::operator=(const Theme &other)
+Theme &Theme::operator=(const Theme &other) // NOLINT(bugprone-unhandled-self-assignment)
 {
-    const QPointer<Theme> self(this);
+    // Assigning a theme to itself is an update like any other.
+    const LifeWatch self(this);
     const unsigned change = ++m_changes;
     const QString title = other.m_title;
     if (other.d) {
         ensureData();
         *d = *other.d;
         // A handler may have assigned anew, or destroyed this theme: what it did stands.
-        if (!self || m_changes != change)
+        if (!self.isAlive() || m_changes != change)
             return *this;
     }
     storeTitle(title);
@@ -101,7 +103,7 @@ Theme *Theme::catalogued(const QString &title)
 Theme *Theme::qmlAttachedProperties(QObject *object)
 {
     Theme *theme = getObjectTheme(object);
-    theme->enterAttached();
+    attachedThemes().enter(theme);
     // The engine does not delete attached objects that have no parent.
     if (object)
         connect(object, &QObject::destroyed, theme, &Theme::release);
@@ -117,7 +119,14 @@ Theme *Theme::attachedTheme(QObject *object)
 {
     if (!object)
         return nullptr;
+#if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
+    // Looked up each time: the template remembers for good that the type is not registered yet.
+    const QQmlAttachedPropertiesFunc attached = qmlAttachedPropertiesFunction(object,
+                                                                              &staticMetaObject);
+    return qobject_cast<Theme *>(qmlAttachedPropertiesObject(object, attached, false));
+#else
     return qobject_cast<Theme *>(qmlAttachedPropertiesObject<Theme>(object, false));
+#endif
 }
 
 QString Theme::title() const
@@ -165,12 +174,12 @@ void Theme::write(QJsonObject &) const
 
 void Theme::sendUpdate()
 {
-    const QPointer<Theme> self(this);
+    const LifeWatch self(this);
     buildOverloaded();
-    if (!self)
+    if (!self.isAlive())
         return;
     Q_EMIT radiusChanged();
-    if (!self)
+    if (!self.isAlive())
         return;
     Q_EMIT needUpdate();
 }
@@ -210,7 +219,11 @@ ThemePrivate *Theme::shownData() const
 {
     if (overloaded && overloaded->d)
         return overloaded->d;
-    return d ? d.data() : absentData();
+    if (d)
+        return d;
+    if (!m_absentData)
+        m_absentData = new ThemePrivate;
+    return m_absentData;
 }
 
 void Theme::ensureData()
@@ -220,7 +233,7 @@ void Theme::ensureData()
     shareData(new ThemePrivate);
     if (this != g_theme)
         return;
-    for (Theme *theme : qAsConst(attachedThemes())) {
+    for (Theme *theme : attachedThemes().objects()) {
         if (!theme->d)
             theme->shareData(d);
     }
@@ -229,15 +242,27 @@ void Theme::ensureData()
 void Theme::shareData(ThemePrivate *data)
 {
     d = data;
-    if (!data)
-        return;
-    // The same connection as with SIGNAL and SLOT, without searching both names for each item.
-    static const QMetaMethod updateTheme = QMetaMethod::fromSignal(&ThemePrivate::updateTheme);
-    static const QMetaMethod update = staticMetaObject.method(
-            staticMetaObject.indexOfSlot("sendUpdate()"));
-    m_dataConnection = connect(data, updateTheme, this, update);
+    m_followsData = false;
+    followData();
 }
 
+void Theme::followData()
+{
+    if (m_followsData || !d)
+        return;
+    m_followsData = true;
+    // The same connection as with SIGNAL and SLOT, without searching both names for each item.
+    static const int updateTheme = d->metaObject()->indexOfSignal("updateTheme()");
+    static const int sendUpdate = staticMetaObject.indexOfSlot("sendUpdate()");
+    m_dataConnection = QMetaObject::connect(d, updateTheme, this, sendUpdate);
+}
+
+/// Somebody listens to this theme. Overloaded themes, which are replaced at each update and have no
+/// listeners as a rule, follow their data only from here on.
+void Theme::connectNotify(const QMetaMethod &)
+{
+    followData();
+}
 /// Whether \a source, whose values were copied here, has other values by now.
 bool Theme::isOutdatedCopyOf(const Theme *source) const
 {
@@ -251,30 +276,11 @@ void Theme::storeTitle(const QString &title)
         ++s_cataloguedTitleChanges;
 }
 
-void Theme::enterAttached()
-{
-    m_attachedIndex = attachedThemes().size();
-    attachedThemes().append(this);
-}
-
-void Theme::leaveAttached()
-{
-    if (m_attachedIndex < 0)
-        return;
-    // The last one takes the place, so that leaving costs the same however many there are.
-    Theme *last = attachedThemes().takeLast();
-    if (last != this) {
-        attachedThemes()[m_attachedIndex] = last;
-        last->m_attachedIndex = m_attachedIndex;
-    }
-    m_attachedIndex = -1;
-}
-
 /// The item of this attached theme is gone. Letting go of the data first keeps the destructor from
 /// taking it away from the other items.
 void Theme::release()
 {
-    leaveAttached();
+    attachedThemes().leave(this);
     disconnect(m_dataConnection);
     d = nullptr;
     DeferredDeletion::schedule(this);

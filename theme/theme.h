@@ -14,6 +14,9 @@
 #include <QtGui/QColor>
 #include <QtQml/qqml.h>
 
+template <typename Object>
+class Registry;
+
 /// A theme as QML sees it: colors, fonts and corner radius, refined by class names.
 ///
 /// One class serves three roles. The *global theme* is the one whose data every item follows; the
@@ -22,10 +25,10 @@
 /// it shares the global theme's data and adds the item's class names.
 ///
 /// All values live in a ThemePrivate that several themes may share. If that data is gone (which
-/// happens only after native code deleted a theme that shared it), nothing breaks: colors() and
-/// fonts() return groups with the defaults, radius() is 0, look-ups find nothing, setRadius() has
-/// no effect. The next assignment to the theme, or its next reload(), gives it data again; that
-/// of the global theme is shared by the items that had lost it.
+/// happens only after native code deleted a theme that shared it), nothing breaks: from the next
+/// update on colors() and fonts() return groups with the defaults, radius() is 0, look-ups find
+/// nothing, setRadius() has no effect. The next assignment to the theme, or its next reload(),
+/// gives it data again; that of the global theme is shared by the items that had lost it.
 ///
 /// Themes live on the GUI thread; all their connections are direct.
 class TAVOLINS_EXPORT Theme : public QObject
@@ -181,8 +184,14 @@ public Q_SLOTS:
     /// transparent, on the theme's background.
     QColor complementaryColor(const QColor &baseColor);
 
+protected:
+    void connectNotify(const QMetaMethod &signal) override;
+
 private:
     friend class ThemeManager;
+    template <typename Object>
+    friend class Registry;
+    class LifeWatch;
 
     Theme(Theme *item, ThemePrivate *data);
 
@@ -190,12 +199,11 @@ private:
     ThemePrivate *shownData() const;
     void ensureData();
     void shareData(ThemePrivate *data);
+    void followData();
     void release();
     void storeTitle(const QString &title);
-    void enterAttached();
-    void leaveAttached();
     void buildOverloaded();
-    QString decidingClass() const;
+    Theme *createOverloaded(const QString &classname, const QJsonObject &scope);
     bool isOutdatedCopyOf(const Theme *source) const;
 
     QString m_title;
@@ -206,8 +214,13 @@ private:
     QPointer<Theme> overloaded;
     QMetaObject::Connection m_dataConnection;
     unsigned m_changes = 0;
-    int m_attachedIndex = -1;
+    // Made when it is first asked for; what is written there concerns this theme alone.
+    mutable ThemePrivate *m_absentData = nullptr;
+    bool m_followsData = false;
     bool m_isCatalogued = false;
+    LifeWatch *m_lifeWatch = nullptr;
+    Registry<Theme> *m_registry = nullptr;
+    int m_place = -1;
 
     // Tells catalogues that their index of titles is out of date: a title changes without a signal
     // when a theme is assigned to.

@@ -1,5 +1,6 @@
 // Theme: class names, and the scopes and styles that they select.
 
+#include "theme/lifewatch.h"
 #include "theme/theme.h"
 
 #include <QtCore/QStringList>
@@ -41,11 +42,12 @@ void Theme::setClassnames(const QString &classnames)
     // change, so setting it twice updates the item twice.
     if (m_classnames == classnames)
         return;
-    const QPointer<Theme> self(this);
+    const LifeWatch self(this);
     m_classnames = classnames.trimmed();
     m_splitClassnames = splitNames(m_classnames);
+    followData();
     buildOverloaded();
-    if (self)
+    if (self.isAlive())
         Q_EMIT classnamesChanged();
 }
 
@@ -85,17 +87,16 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
     return d->styles.value(style);
 }
 
-/// The first class name whose scope is not empty, else an empty text. Scopes are never combined.
-QString Theme::decidingClass() const
+Theme *Theme::createOverloaded(const QString &classname, const QJsonObject &scope)
 {
-    if (m_splitClassnames.isEmpty() || !d || d->classScopes.isEmpty())
-        return QString();
-    for (const QString &name : m_splitClassnames) {
-        const auto scope = d->classScopes.constFind(name);
-        if (scope != d->classScopes.constEnd() && !scope->isEmpty())
-            return name;
-    }
-    return QString();
+    // All items with this class would get the same values, so the scope is read for one only.
+    if (ThemePrivate *data = d->cloneWithScope(classname, scope))
+        return new Theme(this, data);
+    auto *theme = new Theme(this, d->clone());
+    // A shade that the scope leaves out keeps the item's value, so nothing is derived.
+    loadThemeScope(theme, scope, false);
+    d->keepResolvedScope(classname, scope, *theme->d);
+    return theme;
 }
 
 void Theme::buildOverloaded()
@@ -105,16 +106,14 @@ void Theme::buildOverloaded()
         overloaded->deleteLater();
     overloaded = nullptr;
 
-    const QString classname = decidingClass();
-    if (!classname.isEmpty()) {
-        // All items with this class would get the same values, so the scope is read for one only.
-        if (ThemePrivate *data = d->cloneWithScope(classname)) {
-            overloaded = new Theme(this, data);
-        } else {
-            overloaded = new Theme(this, d->clone());
-            // A shade that the scope leaves out keeps the item's value, so nothing is derived.
-            loadThemeScope(overloaded, d->classScopes.value(classname), false);
-            d->keepResolvedScope(classname, *overloaded->d);
+    // The first class name whose scope is not empty decides. Scopes are never combined.
+    for (const QString &classname : qAsConst(m_splitClassnames)) {
+        if (!d)
+            break;
+        const auto scope = qAsConst(d->classScopes).constFind(classname);
+        if (scope != d->classScopes.constEnd() && !scope->isEmpty()) {
+            overloaded = createOverloaded(classname, *scope);
+            break;
         }
     }
     Q_EMIT themeObjectChanged();

@@ -1,5 +1,6 @@
 // Theme: reading a theme document.
 
+#include "theme/lifewatch.h"
 #include "theme/theme.h"
 
 #include <QtCore/QFile>
@@ -14,9 +15,9 @@ const QLatin1String globalKey("global");
 
 int Theme::load(const QString &path)
 {
-    const QPointer<Theme> self(this);
+    const LifeWatch self(this);
     setFilename(path);
-    return self ? reload() : 1;
+    return self.isAlive() ? reload() : 1;
 }
 
 int Theme::reload()
@@ -24,7 +25,8 @@ int Theme::reload()
     loadThemeFonts();
 
     QFile file(m_filename);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Without a name, opening would write a line of Qt's own on the log.
+    if (m_filename.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         qWarning("Couldn't open file.");
         return 1;
     }
@@ -39,7 +41,7 @@ int Theme::reload()
 
     // A handler of the signals below may read the file again, assign to this theme or destroy it;
     // what is left of this reading is out of date then.
-    const QPointer<Theme> self(this);
+    const LifeWatch self(this);
     const unsigned reading = ++m_changes;
 
     const QString parentTitle = document.value(QLatin1String("extends")).toString();
@@ -52,23 +54,23 @@ int Theme::reload()
             *d = *parentTheme->d;
         }
     }
-    if (self && m_changes == reading)
+    if (self.isAlive() && m_changes == reading)
         read(document, true);
-    if (self && m_changes == reading)
+    if (self.isAlive() && m_changes == reading)
         loadThemeQmlStyles();
-    if (self && m_changes == reading)
+    if (self.isAlive() && m_changes == reading)
         sendUpdate();
     return 0;
 }
 
 void Theme::read(const QJsonObject &document, bool header)
 {
-    const QPointer<Theme> self(this);
+    const LifeWatch self(this);
     const unsigned reading = m_changes;
 
     if (header)
         setTitle(document.value(titleKey).toString());
-    if (!self || m_changes != reading)
+    if (!self.isAlive() || m_changes != reading)
         return;
     // The scope is loaded over the defaults on purpose: with a "global" of its own, a theme
     // inherits only class scopes and styles.
@@ -77,7 +79,7 @@ void Theme::read(const QJsonObject &document, bool header)
         values->deleteLater();
         ensureData();
         *d = *values->d;
-        if (!self || m_changes != reading)
+        if (!self.isAlive() || m_changes != reading)
             return;
     }
     ensureData();
@@ -94,6 +96,7 @@ Theme *Theme::loadThemeScope(Theme *target, const QJsonObject &scope, bool deriv
         return nullptr;
     if (!target)
         target = new Theme(this);
+    target->ensureData();
 
     QJsonObject colorsObject = scope.value(QLatin1String("colors")).toObject();
     if (!colorsObject.isEmpty())

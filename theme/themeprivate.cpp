@@ -1,9 +1,19 @@
 #include "theme/themeprivate.h"
 
-#include "theme/deferreddeletion.h"
+#include "theme/registry.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
+
+namespace {
+
+/// Exactly equal: a radius is told from another one however near it is.
+bool isEqual(double a, double b)
+{
+    return !(a < b) && !(b < a);
+}
+
+} // namespace
 
 struct ThemePrivate::Values
 {
@@ -13,8 +23,7 @@ struct ThemePrivate::Values
 
     bool operator==(const Values &other) const
     {
-        return colors == other.colors && fonts == other.fonts && !(radius < other.radius)
-                && !(other.radius < radius);
+        return colors == other.colors && fonts == other.fonts && isEqual(radius, other.radius);
     }
 };
 
@@ -22,7 +31,9 @@ struct ThemePrivate::Values
 struct ThemePrivate::ResolvedScope
 {
     QJsonObject scope;
-    Values base;
+    unsigned colorChanges;
+    unsigned fontChanges;
+    double radius;
     QFont applicationFont;
     unsigned fontDatabaseState;
 
@@ -82,28 +93,34 @@ ThemePrivate::ThemePrivate(const ThemePrivate &other)
     , styles(other.styles)
     , classScopes(other.classScopes)
 {
+    // cppcheck-suppress useInitializationList; groups can't be copied while they are constructed
     colors = other.colors;
 }
 
 /// Data with \a original's tables and \a values of its own, without a signal.
 ThemePrivate::ThemePrivate(const ThemePrivate *original, const Values &values)
     : radius(values.radius)
-    , colors(this)
-    , fonts(this)
     , styles(original->styles)
     , classScopes(original->classScopes)
 {
+    // Nobody can be watching new data for children, and the events would cost more than the data.
+    d_ptr->receiveChildEvents = false;
+    colors.setParent(this);
+    fonts.setParent(this);
     colors.m_colors = values.colors;
     fonts.m_fonts = values.fonts;
 }
 
 ThemePrivate::~ThemePrivate()
 {
-    DeferredDeletion::forget(this);
+    if (m_registry)
+        m_registry->leave(this);
 }
 
-ThemePrivate &ThemePrivate::operator=(const ThemePrivate &other)
+ThemePrivate &
+ThemePrivate::operator=(const ThemePrivate &other) // NOLINT(bugprone-unhandled-self-assignment)
 {
+    // Assigning data to itself announces an update like any other assignment.
     // Handlers of the groups' signals may change or destroy both objects, so everything is taken
     // from the other one before the first signal.
     const Values newValues = other.values();
@@ -154,27 +171,27 @@ ThemePrivate *ThemePrivate::clone() const
     return new ThemePrivate(this, values());
 }
 
-/// New data in which the scope of the class \a classname is applied already; null if nobody has
-/// told yet what that gives, or if it may give something else by now.
-ThemePrivate *ThemePrivate::cloneWithScope(const QString &classname) const
+/// New data in which \a scope, that of the class \a classname, is applied already; null if nobody
+/// has told yet what that gives, or if it may give something else by now.
+ThemePrivate *ThemePrivate::cloneWithScope(const QString &classname, const QJsonObject &scope) const
 {
     const auto entry = m_resolvedScopes.constFind(classname);
     if (entry == m_resolvedScopes.constEnd())
         return nullptr;
-    // Compared with the values themselves: QML and native code may write to any of them.
+    // QML and native code may write to each of the values at any time.
     const ResolvedScope &resolved = **entry;
-    const bool isCurrent = resolved.base == values()
-            && resolved.fontDatabaseState == fontDatabaseState()
-            && resolved.applicationFont == QFont()
-            && resolved.scope == classScopes.value(classname);
+    const bool isCurrent = resolved.colorChanges == colors.m_changes
+            && resolved.fontChanges == fonts.m_changes && isEqual(resolved.radius, radius)
+            && resolved.scope == scope && resolved.fontDatabaseState == fontDatabaseState()
+            && resolved.applicationFont == QFont();
     return isCurrent ? new ThemePrivate(this, resolved.result) : nullptr;
 }
 
-/// Takes note that the scope of the class \a classname on top of these values gives \a result.
-void ThemePrivate::keepResolvedScope(const QString &classname, const ThemePrivate &result)
+/// Takes note that \a scope, that of the class \a classname, makes \a result of these values.
+void ThemePrivate::keepResolvedScope(const QString &classname, const QJsonObject &scope,
+                                     const ThemePrivate &result)
 {
-    m_resolvedScopes.insert(classname,
-                            std::make_shared<const ResolvedScope>(
-                                    ResolvedScope{ classScopes.value(classname), values(), QFont(),
-                                                   fontDatabaseState(), result.values() }));
+    const ResolvedScope resolved = { scope,   colors.m_changes,    fonts.m_changes, radius,
+                                     QFont(), fontDatabaseState(), result.values() };
+    m_resolvedScopes.insert(classname, std::make_shared<const ResolvedScope>(resolved));
 }

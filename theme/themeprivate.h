@@ -11,6 +11,9 @@
 
 #include <memory>
 
+template <typename Object>
+class Registry;
+
 /// The values of a theme: corner radius, colors, fonts, style table and class scopes.
 ///
 /// Several Theme objects may point at one ThemePrivate; each has updateTheme() connected to its
@@ -61,6 +64,8 @@ Q_SIGNALS:
 
 private:
     friend class Theme;
+    template <typename Object>
+    friend class Registry;
 
     struct Values;
     struct ResolvedScope;
@@ -70,9 +75,12 @@ private:
     Values values() const;
     bool contains(const ThemePrivate &other) const;
     ThemePrivate *clone() const;
-    ThemePrivate *cloneWithScope(const QString &classname) const;
-    void keepResolvedScope(const QString &classname, const ThemePrivate &result);
+    ThemePrivate *cloneWithScope(const QString &classname, const QJsonObject &scope) const;
+    void keepResolvedScope(const QString &classname, const QJsonObject &scope,
+                           const ThemePrivate &result);
 
     QHash<QString, std::shared_ptr<const ResolvedScope>> m_resolvedScopes;
     unsigned m_assignments = 0;
+    Registry<ThemePrivate> *m_registry = nullptr;
+    int m_place = -1;
 };

@@ -35,4 +35,9 @@ protected:
     QString groupName;
     /// Reserved; always empty.
     QString groupText;
+    /// Counts the changes of the group's values.
+    unsigned m_changes = 0;
+
+private:
+    friend class ThemePrivate;
 };

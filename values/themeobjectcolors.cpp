@@ -168,6 +168,7 @@ void ThemeObjectColors::setColor(Role role, const QColor &color)
     if (m_colors[role] == color)
         return;
     m_colors[role] = color;
+    ++m_changes;
     Q_EMIT(this->*changed[role])();
 }
 

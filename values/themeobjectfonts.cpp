@@ -220,6 +220,7 @@ void ThemeObjectFonts::setFont(Role role, const QFont &font)
     if (m_fonts[role] == font)
         return;
     m_fonts[role] = font;
+    ++m_changes;
     Q_EMIT(this->*changed[role])();
 }
 

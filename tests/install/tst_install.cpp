@@ -197,7 +197,8 @@ void tst_Install::packageAsksForThreeModulesOnly()
     QVERIFY(package.exists());
     QSet<QString> modules;
     const QRegularExpression imported(QStringLiteral("Qt5::(\\w+)"));
-    for (const QFileInfo &file : package.entryInfoList({ QStringLiteral("*.cmake") })) {
+    const QFileInfoList files = package.entryInfoList({ QStringLiteral("*.cmake") });
+    for (const QFileInfo &file : files) {
         const QString text = QString::fromUtf8(contentOf(file.filePath()));
         for (auto i = imported.globalMatch(text); i.hasNext();)
             modules.insert(i.next().captured(1));

@@ -8,6 +8,24 @@
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 
+namespace {
+
+/// Installed on the application, sees each deletion that is carried out.
+class DeletionCounter : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::DeferredDelete)
+            ++count;
+        return false;
+    }
+
+    int count = 0;
+};
+
+} // namespace
+
 void TestCase::expectOpenFailure(int count)
 {
     expectLog(QStringLiteral("Couldn't open file."), count);
@@ -35,8 +53,13 @@ QString TestCase::write(const QString &name, const QByteArray &content)
 
 void TestCase::deleteDeferred()
 {
-    // A destructor may put off further deletions; those are run in the same call.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // Destructors may put off further deletions, which Qt leaves for the next round.
+    DeletionCounter counter;
+    qApp->installEventFilter(&counter);
+    do {
+        counter.count = 0;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    } while (counter.count > 0);
 }
 
 void TestCase::init()

@@ -1,0 +1,147 @@
+#include "gallery/gallery.h"
+
+#include "gallery/commandline.h"
+#include "gallery/galleryview.h"
+#include "gallery/surroundings.h"
+#include "gallery/themedocument.h"
+#include "manager/thememanager.h"
+#include "theme/theme.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTextStream>
+#include <QtGui/QGuiApplication>
+
+namespace {
+
+void print(const QString &text)
+{
+    QTextStream(stdout) << text << '\n';
+}
+
+ExitCode complain(ExitCode code, const QString &text)
+{
+    QTextStream(stderr) << "tavolins-gallery: " << text << '\n';
+    return code;
+}
+
+QList<Theme *> cataloguedThemes()
+{
+    const ThemeManager *manager = ThemeManager::getInstance();
+    const int pointerRole = manager->roleNames().key(QByteArrayLiteral("pointer"));
+    QList<Theme *> themes;
+    for (int row = 0; row < manager->rowCount(); ++row) {
+        const QVariant pointer = manager->data(manager->index(row), pointerRole);
+        themes.append(qobject_cast<Theme *>(pointer.value<QObject *>()));
+    }
+    return themes;
+}
+
+/// Why the theme file at \a path is not in the catalogue.
+QString whyLeftOut(const QString &path)
+{
+    const ThemeDocument document = ThemeDocument::read(path);
+    if (!document.problem.isEmpty())
+        return document.problem;
+    return QStringLiteral("it extends \"%1\", which no theme loaded before it is titled")
+            .arg(document.extends());
+}
+
+void complainOfThoseLeftOut(const QDir &folder)
+{
+    QStringList loaded;
+    const QList<Theme *> themes = cataloguedThemes();
+    for (const Theme *theme : themes)
+        loaded.append(theme->filename());
+    const QStringList names = folder.entryList({ QStringLiteral("*.thm") });
+    for (const QString &name : names) {
+        const QString path = folder.absoluteFilePath(name);
+        if (!loaded.contains(path))
+            complain(NoThemes, QStringLiteral("%1 is left out: %2").arg(name, whyLeftOut(path)));
+    }
+}
+
+/// Fills the catalogue from \a path and makes the theme titled \a title, or the first one, current.
+ExitCode loadThemes(const QString &path, const QString &title)
+{
+    const QDir folder(path);
+    if (!folder.exists())
+        return complain(NoThemes, QStringLiteral("there is no folder \"%1\"").arg(path));
+
+    ThemeManager *manager = ThemeManager::getInstance();
+    manager->loadThemes(folder.absolutePath());
+    complainOfThoseLeftOut(folder);
+    const QList<Theme *> themes = cataloguedThemes();
+    if (themes.isEmpty())
+        return complain(
+                NoThemes,
+                QStringLiteral("no theme in \"%1\"; themes are files named *.thm").arg(path));
+
+    Theme *first = title.isEmpty() ? themes.first() : manager->themeFromName(title);
+    if (!first)
+        return complain(NoThemes,
+                        QStringLiteral("no theme in \"%1\" is titled \"%2\"").arg(path, title));
+    manager->setCurrent(first);
+    return Success;
+}
+
+ExitCode writePictures(GalleryView &view, const QString &path)
+{
+    if (!QDir().mkpath(path))
+        return complain(Failed, QStringLiteral("can't create the folder \"%1\"").arg(path));
+    const QDir folder(path);
+    const QList<Theme *> themes = cataloguedThemes();
+    for (Theme *theme : themes) {
+        ThemeManager::getInstance()->setCurrent(theme);
+        const QString name = QFileInfo(theme->filename()).completeBaseName();
+        const QString file = folder.filePath(name + QLatin1String(".png"));
+        if (!view.picture().save(file))
+            return complain(Failed, QStringLiteral("can't write \"%1\"").arg(file));
+        print(file);
+    }
+    return Success;
+}
+
+} // namespace
+
+int runGallery(int &argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    CommandLine commandLine;
+    const bool argumentsAreRight = commandLine.parse(arguments);
+    const bool forPictures = !commandLine.shotFolder().isEmpty();
+    const bool isVisible = Surroundings::choosePlatform(forPictures);
+
+    QGuiApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tavolins-gallery"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(GALLERY_VERSION));
+    if (!argumentsAreRight)
+        return complain(Failed, commandLine.errorText());
+    if (commandLine.helpWanted()) {
+        print(commandLine.helpText());
+        return Success;
+    }
+    if (commandLine.versionWanted()) {
+        print(QStringLiteral("tavolins-gallery " GALLERY_VERSION));
+        return Success;
+    }
+
+    const QString folder = commandLine.folder();
+    const ExitCode loaded = loadThemes(folder.isEmpty() ? Surroundings::bundledThemes() : folder,
+                                       commandLine.theme());
+    if (loaded != Success)
+        return loaded;
+    if (!forPictures && !isVisible)
+        return complain(Failed,
+                        QStringLiteral("there is no display; --shot DIR writes pictures instead"));
+
+    GalleryView view(Surroundings::importPath());
+    if (view.status() != QQuickView::Ready)
+        return complain(Failed, QStringLiteral("the QML module is not beside the executable"));
+    if (forPictures)
+        return writePictures(view, commandLine.shotFolder());
+    view.show();
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,6 @@
+#include "gallery/gallery.h"
+
+int main(int argc, char *argv[])
+{
+    return runGallery(argc, argv);
+}

@@ -1,0 +1,198 @@
+import QtQuick 2.12
+import QtQuick.Layouts 1.12
+import Tavolins 1.0
+
+Rectangle {
+    id: gallery
+
+    property QtObject currentTheme
+
+    readonly property bool isWide: content.width >= 900
+
+    function choose(index) {
+        if (index >= 0 && index < list.count)
+            ThemeManager.currentIndex = index
+    }
+
+    color: Theme.colors.background
+    focus: true
+
+    Keys.onUpPressed: choose(ThemeManager.currentIndex - 1)
+    Keys.onDownPressed: choose(ThemeManager.currentIndex + 1)
+    Keys.onPressed: {
+        if (event.key >= Qt.Key_1 && event.key <= Qt.Key_9) {
+            choose(event.key - Qt.Key_1)
+            event.accepted = true
+        }
+    }
+
+    ThemeList {
+        id: list
+
+        anchors {
+            left: parent.left
+            top: parent.top
+            bottom: parent.bottom
+        }
+        width: 232
+        currentTheme: gallery.currentTheme
+        onChosen: {
+            gallery.forceActiveFocus()
+            gallery.choose(index)
+        }
+    }
+
+    Notice {
+        id: notice
+
+        anchors {
+            left: list.right
+            right: parent.right
+            top: parent.top
+        }
+        currentTheme: gallery.currentTheme
+    }
+
+    Flickable {
+        id: page
+
+        anchors {
+            left: list.right
+            right: parent.right
+            top: notice.bottom
+            bottom: parent.bottom
+        }
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        contentHeight: content.height + 56
+
+        ColumnLayout {
+            id: content
+
+            x: 28
+            y: 28
+            width: page.width - 56
+            spacing: 22
+
+            Header {
+                Layout.fillWidth: true
+                currentTheme: gallery.currentTheme
+            }
+
+            Panel {
+                Layout.fillWidth: true
+                title: "Colors"
+
+                GridLayout {
+                    Layout.fillWidth: true
+                    columns: gallery.isWide ? 7 : 3
+                    columnSpacing: 6
+                    rowSpacing: 6
+
+                    Repeater {
+                        model: ["foreground", "lighterForeground", "darkerForeground",
+                                "background", "lighterBackground", "darkerBackground", "selection"]
+
+                        ColorSwatch {
+                            Layout.fillWidth: true
+                            Layout.preferredWidth: 1
+                            // Alone in its row otherwise.
+                            Layout.columnSpan: modelData === "selection" && !gallery.isWide ? 3 : 1
+                            name: modelData
+                        }
+                    }
+                }
+            }
+
+            GridLayout {
+                Layout.fillWidth: true
+                columns: gallery.isWide ? 3 : 2
+                columnSpacing: 28
+                rowSpacing: 22
+
+                Panel {
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 5
+                    Layout.columnSpan: gallery.isWide ? 1 : 2
+                    Layout.alignment: Qt.AlignTop
+                    title: "Fonts"
+
+                    Repeater {
+                        model: [
+                            { "name": "h1Font", "sample": "First heading" },
+                            { "name": "h2Font", "sample": "Second heading" },
+                            { "name": "h3Font", "sample": "Third heading" },
+                            { "name": "h4Font", "sample": "Fourth heading" },
+                            { "name": "mainFont", "sample": "Main text, to be read at length" },
+                            { "name": "alternateFont", "sample": "Alternate text, to stand out" }
+                        ]
+
+                        FontRow {
+                            Layout.fillWidth: true
+                            name: modelData.name
+                            sample: modelData.sample
+                        }
+                    }
+                }
+
+                Panel {
+                    Layout.fillWidth: true
+                    Layout.preferredWidth: 3
+                    Layout.alignment: Qt.AlignTop
+                    title: "Classes"
+
+                    Repeater {
+                        model: gallery.currentTheme.classNames
+
+                        ClassRow {
+                            Layout.fillWidth: true
+                            name: modelData
+                            origin: gallery.currentTheme.classOrigins[index] || ""
+                            extended: gallery.currentTheme.extends
+                        }
+                    }
+
+                    Caption {
+                        visible: gallery.currentTheme.classNames.length === 0
+                        text: "This theme has no classes."
+                    }
+                }
+
+                Panel {
+                    Layout.fillWidth: false
+                    Layout.alignment: Qt.AlignTop
+                    title: "Radius"
+
+                    RadiusSample {}
+                }
+            }
+
+            Panel {
+                Layout.fillWidth: true
+                title: "Styles"
+
+                Flow {
+                    id: flow
+
+                    Layout.fillWidth: true
+                    spacing: 24
+
+                    Repeater {
+                        model: gallery.currentTheme.styles
+
+                        StyleSample {
+                            style: modelData.style
+                            classname: modelData.classname
+                            availableWidth: flow.width
+                        }
+                    }
+                }
+
+                Caption {
+                    visible: gallery.currentTheme.styles.length === 0
+                    text: "This theme brings no styles."
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,81 @@
+#include "gallery/surroundings.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtQuick/QQuickWindow>
+
+namespace {
+
+struct Place
+{
+    const char *folder;
+    const char *installedFolder;
+    /// What has to be in there.
+    const char *content;
+};
+
+const Place module = { "../qml", GALLERY_INSTALLED_QML_DIR, GALLERY_MODULE_DIR "/qmldir" };
+const Place themes = { "../themes", GALLERY_INSTALLED_THEMES_DIR, "." };
+
+QString find(const Place &place)
+{
+    const QDir here(QCoreApplication::applicationDirPath());
+    const QString built = here.absoluteFilePath(QLatin1String(place.folder));
+    const QString content = built + QLatin1Char('/') + QLatin1String(place.content);
+    if (QFileInfo::exists(content))
+        return QDir::cleanPath(built);
+    return QDir::cleanPath(here.absoluteFilePath(QLatin1String(place.installedFolder)));
+}
+
+bool hasDisplay()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return !qEnvironmentVariableIsEmpty("DISPLAY")
+            || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
+/// Names the folder that Qt falls back to, which it reports as a problem when it has to do that by
+/// itself (no session, as for a build robot).
+void ensureRuntimeFolder()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QString user = QFileInfo(QDir::homePath()).owner();
+    qputenv("XDG_RUNTIME_DIR",
+            QFile::encodeName(QDir::tempPath() + QLatin1String("/runtime-") + user));
+#endif
+}
+
+} // namespace
+
+bool Surroundings::choosePlatform(bool forPictures)
+{
+    // Flat shapes and text only: this renderer draws them alike on every machine, and can't fail
+    // for want of a graphics driver.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+    ensureRuntimeFolder();
+
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        return true;
+    if (!forPictures && hasDisplay())
+        return true;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return false;
+}
+
+QString Surroundings::importPath()
+{
+    return find(module);
+}
+
+QString Surroundings::bundledThemes()
+{
+    return find(themes);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtCore/QString>
+
+/// What the gallery finds around itself. It never needs an environment variable.
+namespace Surroundings {
+
+/// Chooses the platform and the renderer that Qt is about to start with. A choice that the
+/// environment makes stands. Must be called before there is an application.
+/// \param forPictures whether no window will be shown; the pictures are then the same everywhere.
+/// \return whether a window would be seen by anybody.
+bool choosePlatform(bool forPictures);
+
+/// The import path of the QML module beside the executable, built or installed.
+QString importPath();
+
+/// The folder of the bundled themes.
+QString bundledThemes();
+
+} // namespace Surroundings

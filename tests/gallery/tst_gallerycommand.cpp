@@ -1,0 +1,231 @@
+// The gallery as a command: arguments, messages, exit codes and pictures.
+
+#include "support/testcase.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtGui/QImage>
+#include <QtTest/QtTest>
+
+class tst_GalleryCommand : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tellsWhatItCanDo();
+    void tellsItsVersion();
+    void wrongUse_data();
+    void wrongUse();
+    void folderWithoutThemes_data();
+    void folderWithoutThemes();
+    void themesLeftOutAreTold();
+    void windowNeedsADisplay();
+    void writesAPictureOfEachTheme();
+    void picturesAreAlwaysTheSame();
+    void pictureThatCannotBeWritten();
+    void runsFromAnInstallation();
+
+private:
+    struct Result
+    {
+        int exitCode;
+        QString output;
+        QString errors;
+    };
+    Result run(const QStringList &arguments,
+               const QString &program = QStringLiteral(GALLERY_PROGRAM));
+};
+
+namespace {
+
+const int timeoutMilliseconds = 60000;
+
+QStringList bundledPictures(const QString &folder)
+{
+    QStringList paths;
+    for (const char *name : { "daylight", "dusk", "moss", "plum", "signal" })
+        paths.append(QStringLiteral("%1/%2.png").arg(folder, QLatin1String(name)));
+    return paths;
+}
+
+} // namespace
+
+/// Runs the gallery as on a machine without a display, in which nothing is prepared for it.
+tst_GalleryCommand::Result tst_GalleryCommand::run(const QStringList &arguments,
+                                                   const QString &program)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND",
+                              "XDG_RUNTIME_DIR", "QML2_IMPORT_PATH", "LD_LIBRARY_PATH" })
+        environment.remove(QLatin1String(name));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder());
+    process.start(program, arguments);
+    if (!process.waitForFinished(timeoutMilliseconds)
+        || process.exitStatus() != QProcess::NormalExit)
+        return { -1, QString(), process.errorString() };
+    return { process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
+             QString::fromLocal8Bit(process.readAllStandardError()) };
+}
+
+void tst_GalleryCommand::tellsWhatItCanDo()
+{
+    const Result result = run({ QStringLiteral("--help") });
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errors, QString());
+    for (const char *word : { "--help", "--version", "--shot", "--theme", "folder", "Exit codes" })
+        QVERIFY2(result.output.contains(QLatin1String(word)), word);
+}
+
+void tst_GalleryCommand::tellsItsVersion()
+{
+    const Result result = run({ QStringLiteral("--version") });
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.output, QStringLiteral("tavolins-gallery 1.0.0\n"));
+}
+
+void tst_GalleryCommand::wrongUse_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("unknown option") << QStringList{ QStringLiteral("--shoot") }
+                                    << QStringLiteral("Unknown option 'shoot'.");
+    QTest::newRow("option without its value") << QStringList{ QStringLiteral("--shot") }
+                                              << QStringLiteral("Missing value after '--shot'.");
+    QTest::newRow("empty value") << QStringList{ QStringLiteral("--shot=") }
+                                 << QStringLiteral("The folder of --shot is empty.");
+    QTest::newRow("two folders") << QStringList{ QStringLiteral("a"), QStringLiteral("b") }
+                                 << QStringLiteral("Only one folder can be shown.");
+}
+
+void tst_GalleryCommand::wrongUse()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    const Result result = run(arguments);
+    QCOMPARE(result.errors, QStringLiteral("tavolins-gallery: %1\n").arg(message));
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.exitCode, 1);
+}
+
+void tst_GalleryCommand::folderWithoutThemes_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("missing folder") << QStringList{ QStringLiteral("nowhere") }
+                                    << QStringLiteral("there is no folder \"nowhere\"");
+    QTest::newRow("missing folder, pictures")
+            << QStringList{ QStringLiteral("nowhere"), QStringLiteral("--shot=shots") }
+            << QStringLiteral("there is no folder \"nowhere\"");
+    QTest::newRow("folder without themes")
+            << QStringList{ QStringLiteral("empty") }
+            << QStringLiteral("no theme in \"empty\"; themes are files named *.thm");
+    QTest::newRow("a file for a folder") << QStringList{ QStringLiteral("full/a.thm") }
+                                         << QStringLiteral("there is no folder \"full/a.thm\"");
+    QTest::newRow("unknown title")
+            << QStringList{ QStringLiteral("full"), QStringLiteral("--theme=B") }
+            << QStringLiteral("no theme in \"full\" is titled \"B\"");
+}
+
+void tst_GalleryCommand::folderWithoutThemes()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    write(QStringLiteral("empty/readme.txt"), "");
+    write(QStringLiteral("full/a.thm"), R"({ "title": "A" })");
+    const Result result = run(arguments);
+    QCOMPARE(result.errors, QStringLiteral("tavolins-gallery: %1\n").arg(message));
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY(!QDir(folder()).exists(QStringLiteral("shots")));
+}
+
+void tst_GalleryCommand::themesLeftOutAreTold()
+{
+    write(QStringLiteral("mixed/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("mixed/empty.thm"), "");
+    write(QStringLiteral("mixed/orphan.thm"), R"({ "extends": "Nobody" })");
+    const Result result = run({ QStringLiteral("mixed"), QStringLiteral("--shot=shots") });
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins-gallery: empty.thm is left out: the file is empty\n"
+                            "tavolins-gallery: orphan.thm is left out: it extends \"Nobody\", "
+                            "which no theme loaded before it is titled\n"));
+    QCOMPARE(result.output, QStringLiteral("shots/a.png\n"));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void tst_GalleryCommand::windowNeedsADisplay()
+{
+    const Result result = run({});
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins-gallery: there is no display; --shot DIR writes pictures "
+                            "instead\n"));
+    QCOMPARE(result.exitCode, 1);
+}
+
+void tst_GalleryCommand::writesAPictureOfEachTheme()
+{
+    const QString shots = folder() + QStringLiteral("/not/there/yet");
+    const Result result = run({ QStringLiteral("--shot"), shots });
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    const QStringList paths = bundledPictures(shots);
+    QCOMPARE(result.output, paths.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    for (const QString &path : paths)
+        QCOMPARE(QImage(path).size(), QSize(1280, 740));
+    QCOMPARE(QDir(shots).entryList(QDir::Files).size(), paths.size());
+}
+
+void tst_GalleryCommand::picturesAreAlwaysTheSame()
+{
+    const QString first = folder() + QStringLiteral("/first");
+    const QString second = folder() + QStringLiteral("/second");
+    QCOMPARE(run({ QStringLiteral("--shot"), first }).exitCode, 0);
+    QCOMPARE(run({ QStringLiteral("--shot"), second }).exitCode, 0);
+    const QStringList paths = bundledPictures(first);
+    const QStringList others = bundledPictures(second);
+    for (int i = 0; i < paths.size(); ++i) {
+        const QImage picture(paths.at(i));
+        QVERIFY(!picture.isNull());
+        QCOMPARE(QImage(others.at(i)), picture);
+    }
+}
+
+void tst_GalleryCommand::pictureThatCannotBeWritten()
+{
+    write(QStringLiteral("file"), "in the way");
+    const Result folderInTheWay = run({ QStringLiteral("--shot=file/shots") });
+    QCOMPARE(folderInTheWay.errors,
+             QStringLiteral("tavolins-gallery: can't create the folder \"file/shots\"\n"));
+    QCOMPARE(folderInTheWay.exitCode, 1);
+
+    QVERIFY(QDir(folder()).mkpath(QStringLiteral("shots/dusk.png")));
+    const Result pictureInTheWay = run({ QStringLiteral("--shot=shots") });
+    QCOMPARE(pictureInTheWay.errors,
+             QStringLiteral("tavolins-gallery: can't write \"shots/dusk.png\"\n"));
+    QCOMPARE(pictureInTheWay.output, QStringLiteral("shots/daylight.png\n"));
+    QCOMPARE(pictureInTheWay.exitCode, 1);
+}
+
+void tst_GalleryCommand::runsFromAnInstallation()
+{
+    QProcess install;
+    install.start(QStringLiteral(GALLERY_CMAKE),
+                  { QStringLiteral("--install"), QStringLiteral(GALLERY_BUILD_DIR),
+                    QStringLiteral("--prefix"), folder() + QStringLiteral("/prefix") });
+    QVERIFY(install.waitForFinished(timeoutMilliseconds));
+    QVERIFY2(install.exitCode() == 0, install.readAllStandardError().constData());
+
+    const Result result = run({ QStringLiteral("--shot=shots") },
+                              folder() + QStringLiteral("/prefix/bin/tavolins-gallery"));
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts),
+             bundledPictures(QStringLiteral("shots")));
+}
+
+TAVOLINS_TEST_MAIN(tst_GalleryCommand)
+#include "tst_gallerycommand.moc"

@@ -1,0 +1,5 @@
+import QtQml 2.2
+
+QtObject {
+    objectName: "card"
+}

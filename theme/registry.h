@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QtCore/QVector>
+
+/// A set of objects that each know their place in it, so that entering and leaving it cost the same
+/// however many there are.
+///
+/// An object is in one registry at most. It has the members `Registry<Object> *m_registry`, null
+/// while it is in none, and `int m_place`, and leaves its registry in its destructor.
+template <typename Object>
+class Registry
+{
+public:
+    void enter(Object *object)
+    {
+        object->m_registry = this;
+        object->m_place = m_objects.size();
+        m_objects.append(object);
+    }
+
+    void leave(Object *object)
+    {
+        // The last one takes the place.
+        Object *last = m_objects.takeLast();
+        if (last != object) {
+            m_objects[object->m_place] = last;
+            last->m_place = object->m_place;
+        }
+        object->m_registry = nullptr;
+    }
+
+    bool contains(const Object *object) const { return object->m_registry == this; }
+
+    const QVector<Object *> &objects() const { return m_objects; }
+
+private:
+    QVector<Object *> m_objects;
+};
