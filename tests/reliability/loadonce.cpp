@@ -72,12 +72,17 @@ int loadClasses(const QString &folder, int count)
     return loadDocument(folder, document + '}');
 }
 
+/// Several members of that depth: a single one is too small to be told from what starting costs.
 int loadNested(const QString &folder, int depth)
 {
-    QByteArray document = R"({"title": "Nested", "note": )";
-    for (int i = 0; i < depth; ++i)
-        document += R"({"x": )";
-    return loadDocument(folder, document + '1' + QByteArray(depth + 1, '}'));
+    QByteArray document = R"({"title": "Nested")";
+    for (int member = 0; member < 16; ++member) {
+        document += ", \"note" + number(member) + R"(": )";
+        for (int i = 0; i < depth; ++i)
+            document += R"({"x": )";
+        document += '1' + QByteArray(depth, '}');
+    }
+    return loadDocument(folder, document + '}');
 }
 
 int loadStyles(const QString &folder, int count)
