@@ -34,9 +34,12 @@ int Theme::reload()
         qWarning("Couldn't open file.");
         return 1;
     }
+    const qint64 size = file.size();
     const QByteArray text = file.readAll();
+    // The beginning of a document reads like an empty one, which would take the title away.
+    const bool isComplete = file.error() == QFile::NoError && text.size() >= size;
     file.close();
-    if (text.isEmpty())
+    if (text.isEmpty() || !isComplete)
         return 1;
     const QJsonObject document = QJsonDocument::fromJson(text).object();
 
