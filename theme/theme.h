@@ -95,9 +95,10 @@ public:
     /// copied in, title, "global" scope and class scopes are applied, the styles beside it are
     /// catalogued, sendUpdate() is called. Text that is not a JSON object counts as an empty one.
     /// \return 0 when the file was read and applied; 1 when it could not be opened (after the
-    ///         warning "Couldn't open file."), is empty or can't be read to its end; 2 when it
-    ///         extends a theme that the catalogue does not hold. On 1 and 2 the theme's values stay
-    ///         as they were. The number means nothing when a handler destroyed the theme meanwhile.
+    ///         warning "Couldn't open file."), is empty, is no file but a pipe or a device, or
+    ///         can't be read to its end; 2 when it extends a theme that the catalogue does not
+    ///         hold. On 1 and 2 the theme's values stay as they were. The number means nothing
+    ///         when a handler destroyed the theme meanwhile.
     int reload();
 
     /// Applies a theme \a document: with \a header its title, its "global" scope and its class

@@ -4,12 +4,23 @@
 #include "theme/theme.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 
 namespace {
 
 const QLatin1String titleKey("title");
 const QLatin1String globalKey("global");
+
+/// Whether \a path is something that opening or reading may never come back from.
+bool isPipeOrDevice(const QString &path)
+{
+    // Asking for such a name would write a line of Qt's own on the log.
+    if (path.isEmpty() || path.contains(QChar::Null))
+        return false;
+    const QFileInfo info(path);
+    return info.isReadable() && !info.isFile() && !info.isDir();
+}
 
 } // namespace
 
@@ -28,6 +39,8 @@ int Theme::reload()
     if (!self.isAlive())
         return 1;
 
+    if (isPipeOrDevice(m_filename))
+        return 1;
     QFile file(m_filename);
     // Without a name, opening would write a line of Qt's own on the log.
     if (m_filename.isEmpty() || !file.open(QIODevice::ReadOnly)) {

@@ -10,6 +10,8 @@
 #include <QtGui/QPalette>
 #include <QtTest/QtTest>
 
+#include <sys/stat.h>
+
 #include <limits>
 #include <memory>
 
@@ -137,6 +139,8 @@ private Q_SLOTS:
     void unopenable_data();
     void unopenable();
     void emptyFile();
+    void pipesAndDevices_data();
+    void pipesAndDevices();
     void strangeFiles_data();
     void strangeFiles();
     void wrongTypes_data();
@@ -950,6 +954,33 @@ void tst_ThemeDocument::emptyFile()
     SignalRecorder recorder(&theme);
     QCOMPARE(theme.load(write(QStringLiteral("a.thm"), "")), 1);
     QCOMPARE(recorder.take(), QStringList(QStringLiteral("filenameChanged")));
+    QCOMPARE(theme.title(), QStringLiteral("Before"));
+    const Snapshot after(theme);
+    QVERIFY(after.sameColorsFontsAndRadius(before));
+    QVERIFY(after.sameScopes(before));
+}
+
+void tst_ThemeDocument::pipesAndDevices_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::newRow("pipe that nobody writes to") << QString();
+    QTest::newRow("link to an endless device") << QStringLiteral("/dev/zero");
+    QTest::newRow("link to the null device") << QStringLiteral("/dev/null");
+}
+
+void tst_ThemeDocument::pipesAndDevices()
+{
+    QFETCH(QString, device);
+    const QString path = folder() + QStringLiteral("/a.thm");
+    if (device.isEmpty())
+        QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    else
+        QVERIFY(QFile::link(device, path));
+
+    Theme theme;
+    fill(theme, QStringLiteral("Before"));
+    const Snapshot before(theme);
+    QCOMPARE(theme.load(path), 1);
     QCOMPARE(theme.title(), QStringLiteral("Before"));
     const Snapshot after(theme);
     QVERIFY(after.sameColorsFontsAndRadius(before));
