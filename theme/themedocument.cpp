@@ -18,8 +18,9 @@ bool isPipeOrDevice(const QString &path)
     // Asking for such a name would write a line of Qt's own on the log.
     if (path.isEmpty() || path.contains(QChar::Null))
         return false;
+    // Where nothing can be found out, there are no permissions either; opening tells then.
     const QFileInfo info(path);
-    return info.isReadable() && !info.isFile() && !info.isDir();
+    return info.permission(QFile::ReadOwner) && !info.isFile() && !info.isDir();
 }
 
 } // namespace
