@@ -231,19 +231,24 @@ ThemePrivate *Theme::shownData() const
 
 void Theme::ensureData()
 {
-    if (d)
+    // What is written to data that is about to be deleted would be lost for every item.
+    const bool isAboutToBeDeleted = this == g_theme && d && d->m_registry;
+    if (d && !isAboutToBeDeleted)
         return;
+    const ThemePrivate *lost = d;
     shareData(new ThemePrivate);
     if (this != g_theme)
         return;
     for (Theme *theme : attachedThemes().objects()) {
-        if (!theme->d)
+        if (!theme->d || theme->d == lost)
             theme->shareData(d);
     }
 }
 
 void Theme::shareData(ThemePrivate *data)
 {
+    if (m_followsData)
+        disconnect(m_dataConnection);
     d = data;
     m_followsData = false;
     followData();

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void attachedThemeWithoutAnItem();
 
     void destructorTakesTheDataAlong();
+    void switchBeforeTheDataIsGone();
     void destructorReleasesTheOverloadedTheme();
     void themeDestroyedByAHandler_data();
     void themeDestroyedByAHandler();
@@ -602,6 +603,27 @@ void tst_Theme::destructorTakesTheDataAlong()
     QCOMPARE(sharer.colors()->foreground(), defaultForeground());
     QCOMPARE(sharer.fonts()->mainFont(), QFont());
     QCOMPARE(sharer.title(), QStringLiteral("Theme 7"));
+}
+
+void tst_Theme::switchBeforeTheDataIsGone()
+{
+    // Somebody deletes an item's theme, and the global theme is assigned to before the event loop
+    // has come to delete the data that goes with it.
+    *Theme::global() = Theme();
+    QObject item;
+    Theme *survivor = Theme::qmlAttachedProperties(&item);
+    delete Theme::getObjectTheme(nullptr);
+    Theme next;
+    fill(next, 5);
+    *Theme::global() = next;
+    QCOMPARE(survivor->radius(), 5);
+    deleteDeferred();
+    QCOMPARE(survivor->radius(), 5);
+    QCOMPARE(Theme::global()->radius(), 5);
+    QCOMPARE(dataOf(*survivor), dataOf(*Theme::global()));
+    SignalRecorder recorder(survivor);
+    Q_EMIT dataOf(*survivor)->updateTheme();
+    QCOMPARE(recorder.take(), update);
 }
 
 void tst_Theme::destructorReleasesTheOverloadedTheme()
