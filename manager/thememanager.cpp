@@ -4,6 +4,8 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtQml/QQmlEngine>
 
+#include <utility>
+
 ThemeManager *ThemeManager::g_themeMng = nullptr;
 
 namespace {
@@ -169,7 +171,7 @@ void ThemeManager::loadThemes(const QString &path, const QString &current)
         }
     }
     // One more try only, on purpose: chains that need more must be named in the order they extend.
-    for (const QPointer<Theme> &theme : qAsConst(waiting)) {
+    for (const QPointer<Theme> &theme : std::as_const(waiting)) {
         const int status = theme ? theme->reload() : Failed;
         if (!theme)
             continue;

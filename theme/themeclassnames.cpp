@@ -6,6 +6,8 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
 
+#include <utility>
+
 namespace {
 
 #if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
@@ -112,10 +114,10 @@ void Theme::buildOverloaded()
     overloaded = nullptr;
 
     // The first class name whose scope is not empty decides. Scopes are never combined.
-    for (const QString &classname : qAsConst(m_splitClassnames)) {
+    for (const QString &classname : std::as_const(m_splitClassnames)) {
         if (!d)
             break;
-        const auto scope = qAsConst(d->classScopes).constFind(classname);
+        const auto scope = std::as_const(d->classScopes).constFind(classname);
         if (scope != d->classScopes.constEnd() && !scope->isEmpty()) {
             overloaded = createOverloaded(classname, *scope);
             break;
