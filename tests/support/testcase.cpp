@@ -55,7 +55,7 @@ void TestCase::deleteDeferred()
 {
     // Destructors may put off further deletions, which Qt leaves for the next round.
     DeletionCounter counter;
-    qApp->installEventFilter(&counter);
+    QCoreApplication::instance()->installEventFilter(&counter);
     do {
         counter.count = 0;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
