@@ -28,7 +28,7 @@ QByteArray InputReader::bytes(int limit)
     const int low = below(256);
     const int wanted = (low | below(256) << 8) % (limit + 1);
     const int length = int(std::min<std::ptrdiff_t>(wanted, m_end - m_next));
-    const QByteArray text(reinterpret_cast<const char *>(m_next), length);
+    QByteArray text(reinterpret_cast<const char *>(m_next), length);
     m_next += length;
     return text;
 }

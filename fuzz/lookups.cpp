@@ -107,7 +107,7 @@ struct Model
     {
         QStringList list = classnames.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         for (; !list.isEmpty(); list.removeLast()) {
-            const QString url = styles.value(style + QLatin1Char('_') + list.last());
+            QString url = styles.value(style + QLatin1Char('_') + list.last());
             if (!url.isEmpty())
                 return url;
         }

@@ -200,7 +200,7 @@ void ThemeManager::setCurrent(Theme *current)
     }
     currentTheme = theme;
     connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent, Qt::UniqueConnection);
-    copyToGlobal(theme);
+    copyCurrentToGlobal();
     // A handler may have switched again, or destroyed the theme: that has done all that is left.
     if (m_switches != thisSwitch)
         return;
@@ -238,25 +238,24 @@ void ThemeManager::updateGTheme()
 {
     // A theme that shares the global theme's data is updated by being copied there, and asks for
     // the next copy by that.
-    if (m_copiedTheme && m_copiedTheme == currentTheme) {
+    if (m_copiedSwitch == m_switches) {
         m_copyIsOutdated = true;
         return;
     }
     if (currentTheme)
-        copyToGlobal(currentTheme);
+        copyCurrentToGlobal();
 }
 
-void ThemeManager::copyToGlobal(Theme *theme)
+void ThemeManager::copyCurrentToGlobal()
 {
-    const QPointer<Theme> source(theme);
-    const QScopedValueRollback<QPointer<Theme>> copiedTheme(m_copiedTheme, source);
+    const QScopedValueRollback<unsigned> copiedSwitch(m_copiedSwitch, m_switches);
     do {
         m_copyIsOutdated = false;
-        *Theme::global() = *source;
+        *Theme::global() = *currentTheme;
         // Usually the request was the copy's own doing, but a handler may have read the theme's
         // file again meanwhile.
-    } while (m_copyIsOutdated && source && source == currentTheme
-             && Theme::global()->isOutdatedCopyOf(source));
+    } while (m_copyIsOutdated && m_copiedSwitch == m_switches
+             && Theme::global()->isOutdatedCopyOf(currentTheme));
 }
 
 void ThemeManager::forgetCurrent(QObject *destroyed)

@@ -91,7 +91,7 @@ private:
     void finishInsertion();
     void indexTitle(const QPointer<Theme> &theme) const;
     void indexTitles() const;
-    void copyToGlobal(Theme *theme);
+    void copyCurrentToGlobal();
     void forgetCurrent(QObject *destroyed);
 
     static ThemeManager *g_themeMng;
@@ -104,8 +104,10 @@ private:
     Theme *const m_ownTheme;
     mutable QHash<QString, QPointer<Theme>> m_titleIndex;
     mutable unsigned m_indexedTitleChanges = 0;
-    unsigned m_switches = 0;
-    QPointer<Theme> m_copiedTheme;
+    // Counts the themes that became current, so it tells whether the current one still is the same.
+    unsigned m_switches = 1;
+    // The switch whose theme is being copied into the global theme; 0 while none is.
+    unsigned m_copiedSwitch = 0;
     bool m_copyIsOutdated = false;
     bool m_isInserting = false;
     int m_rowCount = 0;

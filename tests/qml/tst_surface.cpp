@@ -144,8 +144,8 @@ QString tst_Surface::loadPair(int lightRadius, int darkRadius)
 {
     m_light = uniqueTitle("Light");
     m_dark = uniqueTitle("Dark");
-    const QString path = write(QStringLiteral("themes/light.thm"),
-                               pairText(m_light, lightRadius, lightText, lightHeader, 20));
+    QString path = write(QStringLiteral("themes/light.thm"),
+                         pairText(m_light, lightRadius, lightText, lightHeader, 20));
     write(QStringLiteral("themes/dark.thm"),
           pairText(m_dark, darkRadius, darkText, darkHeader, 40));
     manager().loadThemes(folder() + QLatin1String("/themes"), m_light);
