@@ -42,10 +42,12 @@ void checkClassScopes(const Theme &theme, const QJsonObject &document)
 void showClasses(Theme *item, const QJsonObject &document)
 {
     QStringList names;
-    for (const QString &key : document.keys().mid(0, 16)) {
+    const QStringList keys = document.keys().mid(0, 16);
+    for (const QString &key : keys) {
         names.append(key);
         item->setClassnames(key);
-        for (const QString &member : document.value(key).toObject().keys().mid(0, 4)) {
+        const QStringList members = document.value(key).toObject().keys().mid(0, 4);
+        for (const QString &member : members) {
             item->getClassValue(member, 1);
             item->getClassValue(member + QLatin1String("/foreground"), 1);
         }

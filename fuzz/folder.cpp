@@ -60,7 +60,8 @@ Expectation expectation(const QDir &folder, QStringList known)
             waiting.append(name);
         }
     };
-    for (const QString &name : folder.entryList({ QStringLiteral("*.thm") }))
+    const QStringList themeFiles = folder.entryList({ QStringLiteral("*.thm") });
+    for (const QString &name : themeFiles)
         tryToLoad(name, true);
     const QStringList second = waiting;
     for (const QString &name : second)

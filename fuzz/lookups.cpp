@@ -79,7 +79,8 @@ struct Model
 
     QJsonObject decidingScope() const
     {
-        for (const QString &name : names.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList list = names.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        for (const QString &name : list) {
             if (!scopes.value(name).isEmpty())
                 return scopes.value(name);
         }

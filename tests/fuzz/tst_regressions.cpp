@@ -45,7 +45,8 @@ void tst_Regressions::replay_data()
         for (const char *kind : { "corpus", "regressions" }) {
             const QDir folder(inputs.filePath(QLatin1String(kind) + QLatin1Char('/')
                                               + QLatin1String(target.name)));
-            for (const QString &name : folder.entryList(QDir::Files)) {
+            const QStringList files = folder.entryList(QDir::Files);
+            for (const QString &name : files) {
                 QTest::addRow("%s, %s, %s", target.name, kind, qPrintable(name))
                         << folder.filePath(name) << target.run;
             }

@@ -10,10 +10,11 @@ QStringList descriptors()
 {
     // Most are no files, so they are listed as broken links, which count as system entries. The
     // listing itself uses one that is gone afterwards.
+    const QStringList entries = QDir(QStringLiteral("/proc/self/fd"))
+                                        .entryList(QDir::Files | QDir::Dirs | QDir::System
+                                                   | QDir::NoDotAndDotDot);
     QStringList names;
-    for (const QString &name :
-         QDir(QStringLiteral("/proc/self/fd"))
-                 .entryList(QDir::Files | QDir::Dirs | QDir::System | QDir::NoDotAndDotDot)) {
+    for (const QString &name : entries) {
         if (QFileInfo(QStringLiteral("/proc/self/fd/") + name).isSymLink())
             names.append(name);
     }
@@ -30,7 +31,8 @@ int Descriptors::openCount()
 int Descriptors::watchCount()
 {
     int count = 0;
-    for (const QString &name : descriptors()) {
+    const QStringList names = descriptors();
+    for (const QString &name : names) {
         QFile info(QStringLiteral("/proc/self/fdinfo/") + name);
         if (info.open(QIODevice::ReadOnly))
             count += info.readAll().count("inotify wd:");

@@ -32,6 +32,9 @@ public:
     {
     }
 
+    Q_INVOKABLE QString when() const { return m_when; }
+    Q_INVOKABLE bool showsPopup() const { return m_showsPopup; }
+
 public Q_SLOTS:
     void save(bool completely)
     {
@@ -48,8 +51,6 @@ public Q_SLOTS:
             std::abort();
     }
 
-    QString when() const { return m_when; }
-    bool showsPopup() const { return m_showsPopup; }
     void quit() { QCoreApplication::quit(); }
     void exitAtOnce() { std::exit(0); }
 

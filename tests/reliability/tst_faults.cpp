@@ -57,6 +57,8 @@ private:
 /// While it lives, no file can be opened: all descriptors are in use.
 class WithoutDescriptors
 {
+    Q_DISABLE_COPY(WithoutDescriptors)
+
 public:
     WithoutDescriptors()
     {

@@ -227,6 +227,8 @@ struct SceneTypes
 /// A window with items whose QML shows every value of the theme.
 class Scene
 {
+    Q_DISABLE_COPY(Scene)
+
 public:
     Scene(SceneTypes *types, QQuickWindow *window)
         : m_types(types)

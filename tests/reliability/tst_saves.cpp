@@ -46,6 +46,8 @@ QtMessageHandler outerHandler = nullptr;
 /// application looks at it in that moment is up to the system.
 struct MissingFilesAreExpected
 {
+    Q_DISABLE_COPY(MissingFilesAreExpected)
+
     MissingFilesAreExpected() { outerHandler = qInstallMessageHandler(handleMessage); }
     ~MissingFilesAreExpected() { qInstallMessageHandler(outerHandler); }
 

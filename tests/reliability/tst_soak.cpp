@@ -44,7 +44,7 @@ Extent extent()
 const int themeCount = 6;
 #if !defined(TAVOLINS_HEAP_IS_REPLACED)
 /// What the heap may differ by in bytes: the classes and times at both ends are not the same.
-const qint64 heapTolerance = 16 * 1024;
+const qint64 heapTolerance = 16384;
 #endif
 const char *const classNames[] = {
     "",          "plain", "header", "button", "button header", "none header", "header none button",

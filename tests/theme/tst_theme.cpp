@@ -176,6 +176,7 @@ void tst_Theme::furtherThemesAreNotTheGlobalOne()
     {
         const Theme theme;
         const Theme copy(theme);
+        QVERIFY(&copy != Theme::g_theme);
         QCOMPARE(Theme::g_theme, global);
     }
     QCOMPARE(Theme::g_theme, global);

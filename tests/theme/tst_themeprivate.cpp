@@ -368,7 +368,7 @@ void tst_ThemePrivate::dataDestroyedByAHandler()
     });
     *data = source;
     QVERIFY(!data);
-    QCOMPARE(recorder.take().last(), signal);
+    QCOMPARE(recorder.take().constLast(), signal);
 }
 
 void tst_ThemePrivate::copyTakesAllButTheFonts()

@@ -126,8 +126,8 @@ void tst_ThemeObjectColors::defaultsComeFromThePalette()
 {
     const DistinctPalette distinct;
     const QPalette palette;
-    const QColor foreground = palette.color(QPalette::Active, QPalette::WindowText);
-    const QColor background = palette.color(QPalette::Active, QPalette::Window);
+    const QColor &foreground = palette.color(QPalette::Active, QPalette::WindowText);
+    const QColor &background = palette.color(QPalette::Active, QPalette::Window);
     ThemeObjectColors colors;
     colors.initDefaults();
     // Lighter defaults use another factor than documents do.
