@@ -220,8 +220,8 @@ void ThemeManager::setCurrent(Theme *current)
 
 void ThemeManager::setCurrentIndex(int currentIndex)
 {
-    // Compared with the index of the last switch, which starts at 0: until there was one, row 0
-    // can't be chosen this way. Callers rely on it to keep the defaults.
+    // Compared with the index of the last switch, which starts at 0, and meant so: until there was
+    // one, a view that writes its initial row 0 does not choose a theme.
     if (currentIndex == cachedIndex)
         return;
     const bool exists = currentIndex >= 0 && currentIndex < themes.size();

@@ -214,15 +214,15 @@ private:
     QPointer<ThemePrivate> d;
     QPointer<Theme> overloaded;
     QMetaObject::Connection m_dataConnection;
-    unsigned m_changes = 0;
     // Made when it is first asked for; what is written there concerns this theme alone.
     mutable ThemePrivate *m_absentData = nullptr;
-    bool m_followsData = false;
-    bool m_isCatalogued = false;
     LifeWatch *m_lifeWatch = nullptr;
-    bool m_isReleased = false;
     Registry<Theme> *m_registry = nullptr;
     int m_place = -1;
+    unsigned m_changes = 0;
+    bool m_followsData = false;
+    bool m_isCatalogued = false;
+    bool m_isReleased = false;
 
     // Tells catalogues that their index of titles is out of date: a title changes without a signal
     // when a theme is assigned to.

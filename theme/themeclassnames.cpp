@@ -64,7 +64,7 @@ QVariant Theme::getClassValue(const QString &path, const QVariant &defaultValue)
         return defaultValue;
     const QStringList names = m_splitClassnames;
     const QStringList segments = path.split(pathSeparator, skipEmptyParts);
-    // From the last name to the first on purpose, the reverse of decidingClass().
+    // From the last name to the first on purpose, the reverse of buildOverloaded().
     for (int i = names.size() - 1; i >= 0; --i) {
         const QJsonValue value = valueAt(d->classScopes.value(names.at(i)), segments);
         // Later versions of Qt turn a JSON null into a valid variant.
