@@ -1,5 +1,7 @@
 #include "manager/thememanager.h"
 
+#include "values/runningcall.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QScopedValueRollback>
 #include <QtQml/QQmlEngine>
@@ -23,15 +25,17 @@ bool isWatchable(const QString &filename)
 } // namespace
 
 ThemeManager::ThemeManager()
-    : m_ownTheme(new Theme(this))
 {
     roleTable = QAbstractListModel::roleNames();
     roleTable.insert(PointerRole, QByteArrayLiteral("pointer"));
-    currentTheme = m_ownTheme;
+    makeCurrent(ownTheme());
     connect(&watcher, SIGNAL(fileChanged(QString)), this, SLOT(themeFileChanged(QString)));
 }
 
-ThemeManager::~ThemeManager() = default;
+ThemeManager::~ThemeManager()
+{
+    RunningCall::forget(m_copies);
+}
 
 ThemeManager *ThemeManager::getInstance()
 {
@@ -45,12 +49,20 @@ ThemeManager *ThemeManager::getInstance()
 
 Theme *ThemeManager::current() const
 {
-    return currentTheme;
+    // Native code that destroyed it may have cut the connection that tells.
+    return currentTheme ? currentTheme.data() : ownTheme();
 }
 
 int ThemeManager::currentIndex() const
 {
-    return themes.indexOf(currentTheme);
+    return themes.indexOf(current());
+}
+
+Theme *ThemeManager::ownTheme() const
+{
+    if (!m_ownTheme)
+        m_ownTheme = new Theme(const_cast<ThemeManager *>(this));
+    return m_ownTheme;
 }
 
 void ThemeManager::addTheme(Theme *theme)
@@ -62,8 +74,10 @@ void ThemeManager::addTheme(Theme *theme)
         return;
     }
     const QScopedValueRollback<bool> isInserting(m_isInserting, true);
+    // A handler of the announcement may destroy the theme; its row has no data then.
+    const QPointer<Theme> added(theme);
     beginInsertRows(QModelIndex(), m_rowCount, m_rowCount);
-    appendTheme(theme);
+    appendTheme(added);
     finishInsertion();
     while (m_rowCount < themes.size()) {
         beginInsertRows(QModelIndex(), m_rowCount, m_rowCount);
@@ -147,6 +161,9 @@ QHash<int, QByteArray> ThemeManager::roleNames() const
 
 void ThemeManager::loadThemes(const QString &path, const QString &current)
 {
+    // Else the first theme of the folder would take the place of a global theme that native code
+    // has destroyed.
+    Theme::global();
     const QDir folder(path);
     // A handler of the rows added on the way may destroy themes.
     QList<QPointer<Theme>> waiting;
@@ -188,7 +205,6 @@ void ThemeManager::setCurrent(Theme *current)
 {
     if (!current || current == currentTheme)
         return;
-    const unsigned thisSwitch = ++m_switches;
     const QPointer<Theme> theme(current);
 
     // An old theme without a file keeps its link on purpose: its updates go on refreshing the
@@ -198,11 +214,9 @@ void ThemeManager::setCurrent(Theme *current)
             watcher.removePath(currentTheme->filename());
         disconnect(currentTheme, nullptr, this, nullptr);
     }
-    currentTheme = theme;
-    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent, Qt::UniqueConnection);
-    copyCurrentToGlobal();
+    makeCurrent(theme);
     // A handler may have switched again, or destroyed the theme: that has done all that is left.
-    if (m_switches != thisSwitch)
+    if (!copyCurrentToGlobal())
         return;
 
     // Unique for the themes that kept their link: else it would multiply with each switch.
@@ -216,6 +230,14 @@ void ThemeManager::setCurrent(Theme *current)
         watcher.addPath(theme->filename());
     }
     Q_EMIT currentChanged(theme);
+}
+
+void ThemeManager::makeCurrent(Theme *theme)
+{
+    // What is being copied into the global theme is not the current theme any more.
+    RunningCall::supersede(m_copies);
+    currentTheme = theme;
+    connect(theme, &QObject::destroyed, this, &ThemeManager::forgetCurrent, Qt::UniqueConnection);
 }
 
 void ThemeManager::setCurrentIndex(int currentIndex)
@@ -238,7 +260,7 @@ void ThemeManager::updateGTheme()
 {
     // A theme that shares the global theme's data is updated by being copied there, and asks for
     // the next copy by that.
-    if (m_copiedSwitch == m_switches) {
+    if (m_copies && m_copies->isCurrent()) {
         m_copyIsOutdated = true;
         return;
     }
@@ -246,16 +268,18 @@ void ThemeManager::updateGTheme()
         copyCurrentToGlobal();
 }
 
-void ThemeManager::copyCurrentToGlobal()
+/// Returns whether the theme that was copied still is the current one.
+bool ThemeManager::copyCurrentToGlobal()
 {
-    const QScopedValueRollback<unsigned> copiedSwitch(m_copiedSwitch, m_switches);
+    const RunningCall copy(m_copies);
     do {
         m_copyIsOutdated = false;
         *Theme::global() = *currentTheme;
         // Usually the request was the copy's own doing, but a handler may have read the theme's
         // file again meanwhile.
-    } while (m_copyIsOutdated && m_copiedSwitch == m_switches
+    } while (m_copyIsOutdated && copy.isCurrent()
              && Theme::global()->isOutdatedCopyOf(currentTheme));
+    return copy.isCurrent();
 }
 
 void ThemeManager::forgetCurrent(QObject *destroyed)
@@ -264,8 +288,7 @@ void ThemeManager::forgetCurrent(QObject *destroyed)
     Q_UNUSED(destroyed)
     if (currentTheme)
         return;
-    ++m_switches;
-    currentTheme = m_ownTheme;
+    makeCurrent(ownTheme());
     cachedIndex = -1;
     const QStringList watched = watcher.files();
     if (!watched.isEmpty())

@@ -12,6 +12,8 @@
 #include <QtCore/QString>
 #include <QtQml/qqml.h>
 
+class RunningCall;
+
 /// The process-wide catalogue of loaded themes and its one current theme.
 ///
 /// As a list model it has a row for each theme, in the order they were added, with the title as
@@ -24,8 +26,9 @@ class TAVOLINS_EXPORT ThemeManager : public QAbstractListModel
 {
     Q_OBJECT
 
-    /// The current theme. Never null. Writing null changes nothing. At first it is a theme with
-    /// the defaults that is not in the catalogue.
+    /// The current theme. Never null. Writing null changes nothing. At first, and again after
+    /// native code has destroyed the current one, it is a theme that is not in the catalogue, with
+    /// the defaults.
     Q_PROPERTY(Theme *current READ current WRITE setCurrent NOTIFY currentChanged)
     /// The row of the current theme, -1 when it is not in the catalogue.
     Q_PROPERTY(int currentIndex READ currentIndex WRITE setCurrentIndex NOTIFY currentChanged)
@@ -91,7 +94,9 @@ private:
     void finishInsertion();
     void indexTitle(const QPointer<Theme> &theme) const;
     void indexTitles() const;
-    void copyCurrentToGlobal();
+    Theme *ownTheme() const;
+    void makeCurrent(Theme *theme);
+    bool copyCurrentToGlobal();
     void forgetCurrent(QObject *destroyed);
 
     static ThemeManager *g_themeMng;
@@ -101,13 +106,12 @@ private:
     QHash<int, QByteArray> roleTable;
     QPointer<Theme> currentTheme;
     QFileSystemWatcher watcher;
-    Theme *const m_ownTheme;
+    // What is current where no other theme is; made anew when native code has destroyed it.
+    mutable QPointer<Theme> m_ownTheme;
     mutable QHash<QString, QPointer<Theme>> m_titleIndex;
     mutable unsigned m_indexedTitleChanges = 0;
-    // Counts the themes that became current, so it tells whether the current one still is the same.
-    unsigned m_switches = 1;
-    // The switch whose theme is being copied into the global theme; 0 while none is.
-    unsigned m_copiedSwitch = 0;
+    // The innermost copy of a current theme into the global theme that is being made.
+    RunningCall *m_copies = nullptr;
     bool m_copyIsOutdated = false;
     bool m_isInserting = false;
     int m_rowCount = 0;

@@ -2,11 +2,14 @@
 
 #include "manager/thememanager.h"
 #include "theme/deferreddeletion.h"
-#include "theme/lifewatch.h"
+#include "theme/itemwatch.h"
 #include "theme/registry.h"
+#include "values/runningcall.h"
 #include "values/truncated.h"
 
 #include <QtCore/QMetaObject>
+#include <QtCore/QMetaProperty>
+#include <QtQml/QQmlProperty>
 
 Theme *Theme::g_theme = nullptr;
 unsigned Theme::s_cataloguedTitleChanges = 0;
@@ -19,6 +22,20 @@ Registry<Theme> &attachedThemes()
 {
     static auto *const themes = new Registry<Theme>;
     return *themes;
+}
+
+/// Takes away what QML has bound to the properties of \a object. The engine evaluates a binding as
+/// long as its target lives, also when the item in whose name it does so is gone.
+void dropBindings(QObject *object)
+{
+    const QMetaObject *type = object->metaObject();
+    for (int i = QObject::staticMetaObject.propertyCount(); i < type->propertyCount(); ++i) {
+        const QMetaProperty property = type->property(i);
+        // Writing the value that is there already changes nothing else.
+        if (property.isWritable()) {
+            QQmlProperty(object, QString::fromLatin1(property.name())).write(property.read(object));
+        }
+    }
 }
 
 } // namespace
@@ -39,29 +56,34 @@ Theme::Theme(const Theme &other)
     shareData(other.d);
 }
 
-/// The theme that overloads \a item with \a data of its own.
-Theme::Theme(Theme *item, ThemePrivate *data)
+/// A theme that \a owner needs for itself, with \a data that nobody else shares. It never becomes
+/// the global theme.
+Theme::Theme(Theme *owner, ThemePrivate *data)
+    : d(data)
+    , m_ownsData(true)
 {
-    // Nobody watches an item's theme for children, and the events would cost more than the child.
-    item->d_ptr->receiveChildEvents = false;
-    setParent(item);
-    d = data;
+    // Nobody watches a theme for children, and the events would cost more than the child.
+    owner->d_ptr->receiveChildEvents = false;
+    setParent(owner);
 }
 
 Theme::~Theme()
 {
-    LifeWatch::end(this);
+    RunningCall::forget(m_calls);
+    ItemWatch::end(this);
     if (m_registry)
         m_registry->leave(this);
     if (g_theme == this)
         g_theme = nullptr;
-    // The overloaded theme ends with this one, as its child. Scheduling its deletion as well would
-    // make Qt search all scheduled deletions for it a moment later.
+    // Usually it ends with this one, as its child.
     if (overloaded && overloaded->parent() != this)
-        overloaded->deleteLater();
-    // Also when other themes share the data: whoever deletes a theme takes its data along.
-    if (d)
+        DeferredDeletion::schedule(overloaded);
+    if (d && m_ownsData && !d->isInUse()) {
+        delete d;
+    } else if (d) {
+        // Also when other themes share the data: whoever deletes a theme takes its data along.
         DeferredDeletion::schedule(d);
+    }
     if (m_absentData)
         DeferredDeletion::schedule(m_absentData);
 }
@@ -69,14 +91,14 @@ Theme::~Theme()
 Theme &Theme::operator=(const Theme &other) // NOLINT(bugprone-unhandled-self-assignment)
 {
     // Assigning a theme to itself is an update like any other.
-    const LifeWatch self(this);
-    const unsigned change = ++m_changes;
+    RunningCall::supersede(m_calls);
+    const RunningCall self(m_calls);
     const QString title = other.m_title;
     if (other.d) {
         ensureData();
         *d = *other.d;
         // A handler may have assigned anew, or destroyed this theme: what it did stands.
-        if (!self.isAlive() || m_changes != change)
+        if (!self.isCurrent())
             return *this;
     }
     storeTitle(title);
@@ -106,7 +128,7 @@ Theme *Theme::qmlAttachedProperties(QObject *object)
     attachedThemes().enter(theme);
     // The engine does not delete attached objects that have no parent.
     if (object)
-        connect(object, &QObject::destroyed, theme, &Theme::release);
+        theme->m_itemWatch = new ItemWatch(object, theme);
     return theme;
 }
 
@@ -174,7 +196,7 @@ void Theme::write(QJsonObject &) const
 
 void Theme::sendUpdate()
 {
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     buildOverloaded();
     if (!self.isAlive())
         return;
@@ -188,7 +210,7 @@ void Theme::setTitle(const QString &title)
 {
     if (m_title == title)
         return;
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     storeTitle(title);
     Q_EMIT titleChanged(title);
 }
@@ -197,7 +219,7 @@ void Theme::setFilename(const QString &filename)
 {
     if (m_filename == filename)
         return;
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     m_filename = filename;
     Q_EMIT filenameChanged();
 }
@@ -207,7 +229,7 @@ void Theme::setRadius(int radius)
     // The data keeps fractions, so 2.9 and 2 are different although both read as 2.
     if (!d || d->radius == double(radius))
         return;
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     d->radius = radius;
     Q_EMIT radiusChanged();
 }
@@ -232,15 +254,13 @@ ThemePrivate *Theme::shownData() const
 void Theme::ensureData()
 {
     // What is written to data that is about to be deleted would be lost for every item.
-    const bool isAboutToBeDeleted = this == g_theme && d && d->m_registry;
-    if (d && !isAboutToBeDeleted)
-        return;
-    const ThemePrivate *lost = d;
-    shareData(new ThemePrivate);
+    if (!d || (this == g_theme && d->isDeletionScheduled()))
+        shareData(new ThemePrivate);
     if (this != g_theme)
         return;
+    // Native code may have destroyed the data that they shared, or the global theme that had it.
     for (Theme *theme : attachedThemes().objects()) {
-        if (!theme->d || theme->d == lost)
+        if (theme->d != d)
             theme->shareData(d);
     }
 }
@@ -287,14 +307,41 @@ void Theme::storeTitle(const QString &title)
         ++s_cataloguedTitleChanges;
 }
 
-/// The item of this attached theme is gone. Letting go of the data first keeps the destructor from
-/// taking it away from the other items.
+/// The item of this attached theme is being destroyed, and the theme goes at once: QML would go on
+/// evaluating what it has bound to the theme, in the name of an item that is gone.
 void Theme::release()
 {
     attachedThemes().leave(this);
     disconnect(m_dataConnection);
+    // Letting go of the data keeps the destructor from taking it away from the other items.
     d = nullptr;
-    m_isReleased = true;
-    if (!m_lifeWatch)
-        DeferredDeletion::schedule(this);
+    if (!isInUse()) {
+        delete this;
+        return;
+    }
+    // The engine is emitting one of its signals, so it has to stay until that has returned, deaf
+    // and dumb.
+    const QObjectList owned = children();
+    for (QObject *child : owned)
+        delete qobject_cast<Theme *>(child);
+    dropBindings(this);
+    blockSignals(true);
+    RunningCall::end(m_calls);
+    DeferredDeletion::schedule(this);
+}
+
+bool Theme::isAttached() const
+{
+    return m_registry == &attachedThemes();
+}
+
+/// Whether a function of this theme is running, or one of the groups that it alone has.
+bool Theme::isInUse() const
+{
+    return m_calls || (m_ownsData && d && d->isInUse());
+}
+
+bool Theme::isDeletionScheduled() const
+{
+    return m_registry && !isAttached();
 }

@@ -16,6 +16,7 @@
 
 template <typename Object>
 class Registry;
+class RunningCall;
 
 /// A theme as QML sees it: colors, fonts and corner radius, refined by class names.
 ///
@@ -189,12 +190,13 @@ protected:
     void connectNotify(const QMetaMethod &signal) override;
 
 private:
+    friend class DeferredDeletion;
     friend class ThemeManager;
     template <typename Object>
     friend class Registry;
-    class LifeWatch;
+    class ItemWatch;
 
-    Theme(Theme *item, ThemePrivate *data);
+    Theme(Theme *owner, ThemePrivate *data);
 
     static Theme *catalogued(const QString &title);
     ThemePrivate *shownData() const;
@@ -202,9 +204,11 @@ private:
     void shareData(ThemePrivate *data);
     void followData();
     void release();
+    bool isAttached() const;
+    bool isInUse() const;
+    bool isDeletionScheduled() const;
     void storeTitle(const QString &title);
     void buildOverloaded();
-    Theme *createOverloaded(const QString &classname, const QJsonObject &scope);
     bool isOutdatedCopyOf(const Theme *source) const;
 
     QString m_title;
@@ -216,13 +220,14 @@ private:
     QMetaObject::Connection m_dataConnection;
     // Made when it is first asked for; what is written there concerns this theme alone.
     mutable ThemePrivate *m_absentData = nullptr;
-    LifeWatch *m_lifeWatch = nullptr;
+    RunningCall *m_calls = nullptr;
+    ItemWatch *m_itemWatch = nullptr;
+    // That of the attached themes, or the one whose deletion is scheduled.
     Registry<Theme> *m_registry = nullptr;
     int m_place = -1;
-    unsigned m_changes = 0;
     bool m_followsData = false;
     bool m_isCatalogued = false;
-    bool m_isReleased = false;
+    bool m_ownsData = false;
 
     // Tells catalogues that their index of titles is out of date: a title changes without a signal
     // when a theme is assigned to.

@@ -1,7 +1,8 @@
 // Theme: class names, and the scopes and styles that they select.
 
-#include "theme/lifewatch.h"
+#include "theme/deferreddeletion.h"
 #include "theme/theme.h"
+#include "values/runningcall.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -44,7 +45,7 @@ void Theme::setClassnames(const QString &classnames)
     // change, so setting it twice updates the item twice.
     if (m_classnames == classnames)
         return;
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     m_classnames = classnames.trimmed();
     m_splitClassnames = splitNames(m_classnames);
     followData();
@@ -94,23 +95,11 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
     return d->styles.value(style);
 }
 
-Theme *Theme::createOverloaded(const QString &classname, const QJsonObject &scope)
-{
-    // All items with this class would get the same values, so the scope is read for one only.
-    if (ThemePrivate *data = d->cloneWithScope(classname, scope))
-        return new Theme(this, data);
-    auto *theme = new Theme(this, d->clone());
-    // A shade that the scope leaves out keeps the item's value, so nothing is derived.
-    loadThemeScope(theme, scope, false);
-    d->keepResolvedScope(classname, scope, *theme->d);
-    return theme;
-}
-
 void Theme::buildOverloaded()
 {
     // Bindings that are being evaluated may still use the old groups.
     if (overloaded)
-        overloaded->deleteLater();
+        DeferredDeletion::schedule(overloaded);
     overloaded = nullptr;
 
     // The first class name whose scope is not empty decides. Scopes are never combined.
@@ -119,7 +108,7 @@ void Theme::buildOverloaded()
             break;
         const auto scope = std::as_const(d->classScopes).constFind(classname);
         if (scope != d->classScopes.constEnd() && !scope->isEmpty()) {
-            overloaded = createOverloaded(classname, *scope);
+            overloaded = new Theme(this, d->withScope(classname, *scope));
             break;
         }
     }

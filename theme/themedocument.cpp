@@ -1,7 +1,8 @@
 // Theme: reading a theme document.
 
-#include "theme/lifewatch.h"
+#include "theme/deferreddeletion.h"
 #include "theme/theme.h"
+#include "values/runningcall.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -27,14 +28,14 @@ bool isPipeOrDevice(const QString &path)
 
 int Theme::load(const QString &path)
 {
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     setFilename(path);
     return self.isAlive() ? reload() : 1;
 }
 
 int Theme::reload()
 {
-    const LifeWatch self(this);
+    const RunningCall self(m_calls);
     loadThemeFonts();
     // The application announces new fonts, and a handler may destroy this theme.
     if (!self.isAlive())
@@ -59,7 +60,8 @@ int Theme::reload()
 
     // A handler of the signals below may read the file again, assign to this theme or destroy it;
     // what is left of this reading is out of date then.
-    const unsigned reading = ++m_changes;
+    RunningCall::supersede(m_calls);
+    const RunningCall reading(m_calls);
 
     const QString parentTitle = document.value(QLatin1String("extends")).toString();
     if (!parentTitle.isEmpty()) {
@@ -71,32 +73,31 @@ int Theme::reload()
             *d = *parentTheme->d;
         }
     }
-    if (self.isAlive() && m_changes == reading)
+    if (reading.isCurrent())
         read(document, true);
-    if (self.isAlive() && m_changes == reading)
+    if (reading.isCurrent())
         loadThemeQmlStyles();
-    if (self.isAlive() && m_changes == reading)
+    if (reading.isCurrent())
         sendUpdate();
     return 0;
 }
 
 void Theme::read(const QJsonObject &document, bool header)
 {
-    const LifeWatch self(this);
-    const unsigned reading = m_changes;
+    const RunningCall self(m_calls);
 
     if (header)
         setTitle(document.value(titleKey).toString());
-    if (!self.isAlive() || m_changes != reading)
+    if (!self.isCurrent())
         return;
     // The scope is loaded over the defaults on purpose: with a "global" of its own, a theme
     // inherits only class scopes and styles.
     const QJsonObject scope = header ? document.value(globalKey).toObject() : document;
     if (Theme *values = loadThemeScope(nullptr, scope, true)) {
-        values->deleteLater();
+        DeferredDeletion::schedule(values);
         ensureData();
         *d = *values->d;
-        if (!self.isAlive() || m_changes != reading)
+        if (!self.isCurrent())
             return;
     }
     ensureData();
@@ -112,17 +113,16 @@ Theme *Theme::loadThemeScope(Theme *target, const QJsonObject &scope, bool deriv
     if (scope.isEmpty())
         return nullptr;
     if (!target)
-        target = new Theme(this);
+        target = new Theme(this, new ThemePrivate);
+    const RunningCall loading(target->m_calls);
     target->ensureData();
 
-    QJsonObject colorsObject = scope.value(QLatin1String("colors")).toObject();
-    if (!colorsObject.isEmpty())
-        target->colors()->load(colorsObject, deriveMissing);
-    QJsonObject fontsObject = scope.value(QLatin1String("fonts")).toObject();
-    if (!fontsObject.isEmpty())
-        target->fonts()->load(fontsObject, deriveMissing);
-    const int scopeRadius = scope.value(QLatin1String("radius")).toInt(-1);
-    if (scopeRadius >= 0)
+    target->colors()->loadMember(scope, deriveMissing);
+    if (loading.isAlive())
+        target->fonts()->loadMember(scope, deriveMissing);
+    const int scopeRadius = ThemePrivate::radiusOf(scope);
+    if (loading.isAlive() && scopeRadius >= 0)
         target->setRadius(scopeRadius);
-    return target;
+    // Handlers of the signals above may have destroyed the target.
+    return loading.isAlive() ? target : nullptr;
 }

@@ -1,9 +1,11 @@
 #include "theme/themeprivate.h"
 
 #include "theme/registry.h"
+#include "values/runningcall.h"
+#include "values/styleweight.h"
 
-#include <QtCore/QPointer>
-#include <QtGui/QGuiApplication>
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -35,28 +37,28 @@ struct ThemePrivate::ResolvedScope
     unsigned fontChanges;
     double radius;
     QFont applicationFont;
-    unsigned fontDatabaseState;
+    std::vector<StyleWeight> styleWeights;
 
     Values result;
+
+    /// Whether \a newScope makes the same of \a data now. QML and native code may write to each of
+    /// its values at any time.
+    bool holdsFor(const ThemePrivate &data, const QJsonObject &newScope)
+    {
+        const bool isUnchanged = colorChanges == data.colors.m_changes
+                && fontChanges == data.fonts.m_changes && isEqual(radius, data.radius)
+                && scope == newScope && applicationFont == QFont()
+                && std::all_of(styleWeights.cbegin(), styleWeights.cend(),
+                               [](const StyleWeight &known) { return known.stillHolds(); });
+        // An equal scope that was read anew is compared member by member for one item only: the
+        // others find that it is the same one.
+        if (isUnchanged)
+            scope = newScope;
+        return isUnchanged;
+    }
 };
 
 namespace {
-
-/// A number that changes whenever fonts are added to the font database, which decides what weight
-/// a style name stands for.
-unsigned fontDatabaseState()
-{
-    static unsigned state = 0;
-    static QPointer<QCoreApplication> observed;
-    QCoreApplication *application = QCoreApplication::instance();
-    if (observed != application) {
-        observed = application;
-        ++state;
-        if (auto *gui = qobject_cast<QGuiApplication *>(application))
-            QObject::connect(gui, &QGuiApplication::fontDatabaseChanged, gui, [] { ++state; });
-    }
-    return state;
-}
 
 template <typename Value>
 void merge(QHash<QString, Value> &table, const QHash<QString, Value> &other)
@@ -113,6 +115,7 @@ ThemePrivate::ThemePrivate(const ThemePrivate *original, const Values &values)
 
 ThemePrivate::~ThemePrivate()
 {
+    RunningCall::forget(m_calls);
     if (m_registry)
         m_registry->leave(this);
 }
@@ -127,13 +130,13 @@ ThemePrivate::operator=(const ThemePrivate &other) // NOLINT(bugprone-unhandled-
     const QHash<QString, QString> newStyles = other.styles;
     const QHash<QString, QJsonObject> newClassScopes = other.classScopes;
 
-    const QPointer<ThemePrivate> self(this);
-    const unsigned assignment = ++m_assignments;
+    RunningCall::supersede(m_calls);
+    const RunningCall self(m_calls);
     colors.setColors(newValues.colors);
-    if (!self || m_assignments != assignment)
+    if (!self.isCurrent())
         return *this;
     fonts.setFonts(newValues.fonts);
-    if (!self || m_assignments != assignment)
+    if (!self.isCurrent())
         return *this;
     radius = newValues.radius;
     merge(styles, newStyles);
@@ -144,13 +147,35 @@ ThemePrivate::operator=(const ThemePrivate &other) // NOLINT(bugprone-unhandled-
 
 void ThemePrivate::initDefaults()
 {
+    const RunningCall self(m_calls);
     colors.initDefaults();
+    if (!self.isAlive())
+        return;
     colors.setParent(this);
     fonts.initDefaults();
+    if (!self.isAlive())
+        return;
     fonts.setParent(this);
     radius = 0;
     styles.clear();
     classScopes.clear();
+}
+
+/// The radius in \a scope; negative if it has none that is a whole number from 0 on.
+int ThemePrivate::radiusOf(const QJsonObject &scope)
+{
+    return scope.value(QLatin1String("radius")).toInt(-1);
+}
+
+/// Whether a function of this object or of its groups is running.
+bool ThemePrivate::isInUse() const
+{
+    return m_calls || colors.m_calls || fonts.m_calls;
+}
+
+bool ThemePrivate::isDeletionScheduled() const
+{
+    return m_registry;
 }
 
 ThemePrivate::Values ThemePrivate::values() const
@@ -165,33 +190,24 @@ bool ThemePrivate::contains(const ThemePrivate &other) const
             && containsAll(classScopes, other.classScopes);
 }
 
-/// New data with the same values and tables.
-ThemePrivate *ThemePrivate::clone() const
+/// New data with these tables, and with the values that \a scope, that of the class \a classname,
+/// makes of these. All items with one class get the same, so the scope is read for the first only.
+ThemePrivate *ThemePrivate::withScope(const QString &classname, const QJsonObject &scope)
 {
-    return new ThemePrivate(this, values());
-}
+    std::shared_ptr<ResolvedScope> &resolved = m_resolvedScopes[classname];
+    if (resolved && resolved->holdsFor(*this, scope))
+        return new ThemePrivate(this, resolved->result);
 
-/// New data in which \a scope, that of the class \a classname, is applied already; null if nobody
-/// has told yet what that gives, or if it may give something else by now.
-ThemePrivate *ThemePrivate::cloneWithScope(const QString &classname, const QJsonObject &scope) const
-{
-    const auto entry = m_resolvedScopes.constFind(classname);
-    if (entry == m_resolvedScopes.constEnd())
-        return nullptr;
-    // QML and native code may write to each of the values at any time.
-    const ResolvedScope &resolved = **entry;
-    const bool isCurrent = resolved.colorChanges == colors.m_changes
-            && resolved.fontChanges == fonts.m_changes && isEqual(resolved.radius, radius)
-            && resolved.scope == scope && resolved.fontDatabaseState == fontDatabaseState()
-            && resolved.applicationFont == QFont();
-    return isCurrent ? new ThemePrivate(this, resolved.result) : nullptr;
-}
-
-/// Takes note that \a scope, that of the class \a classname, makes \a result of these values.
-void ThemePrivate::keepResolvedScope(const QString &classname, const QJsonObject &scope,
-                                     const ThemePrivate &result)
-{
-    const ResolvedScope resolved = { scope,   colors.m_changes,    fonts.m_changes, radius,
-                                     QFont(), fontDatabaseState(), result.values() };
-    m_resolvedScopes.insert(classname, std::make_shared<const ResolvedScope>(resolved));
+    auto *data = new ThemePrivate(this, values());
+    // A shade that the scope leaves out keeps the item's value, so nothing is derived.
+    data->colors.loadMember(scope, false);
+    data->fonts.loadMember(scope, false);
+    const int scopeRadius = radiusOf(scope);
+    if (scopeRadius >= 0)
+        data->radius = scopeRadius;
+    const QJsonObject fontsObject = scope.value(QLatin1String("fonts")).toObject();
+    resolved = std::make_shared<ResolvedScope>(ResolvedScope{
+            scope, colors.m_changes, fonts.m_changes, radius, QFont(),
+            ThemeObjectFonts::styleWeights(fontsObject, data->fonts.m_fonts), data->values() });
+    return data;
 }

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class RunningCall;
 template <typename Object>
 class Registry;
 
@@ -49,9 +50,9 @@ public:
 
     /// Corner radius in pixels. Theme::radius() cuts it to a whole number.
     double radius = 0;
-    /// The color group; this object is its parent.
+    /// The color group; this object is its parent, except in a copy that was never initialized.
     ThemeObjectColors colors;
-    /// The font group; this object is its parent.
+    /// The font group; this object is its parent, except in a copy that was never initialized.
     ThemeObjectFonts fonts;
     /// Style name (base name of a QML file) to the URL text of that file.
     QHash<QString, QString> styles;
@@ -63,6 +64,7 @@ Q_SIGNALS:
     void updateTheme();
 
 private:
+    friend class DeferredDeletion;
     friend class Theme;
     template <typename Object>
     friend class Registry;
@@ -70,17 +72,18 @@ private:
     struct Values;
     struct ResolvedScope;
 
-    explicit ThemePrivate(const ThemePrivate *original, const Values &values);
+    ThemePrivate(const ThemePrivate *original, const Values &values);
 
     Values values() const;
     bool contains(const ThemePrivate &other) const;
-    ThemePrivate *clone() const;
-    ThemePrivate *cloneWithScope(const QString &classname, const QJsonObject &scope) const;
-    void keepResolvedScope(const QString &classname, const QJsonObject &scope,
-                           const ThemePrivate &result);
+    ThemePrivate *withScope(const QString &classname, const QJsonObject &scope);
+    static int radiusOf(const QJsonObject &scope);
+    bool isInUse() const;
+    bool isDeletionScheduled() const;
 
-    QHash<QString, std::shared_ptr<const ResolvedScope>> m_resolvedScopes;
-    unsigned m_assignments = 0;
+    QHash<QString, std::shared_ptr<ResolvedScope>> m_resolvedScopes;
+    RunningCall *m_calls = nullptr;
+    // The one whose deletion is scheduled is in a registry, no other.
     Registry<ThemePrivate> *m_registry = nullptr;
     int m_place = -1;
 };

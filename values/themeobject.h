@@ -6,6 +6,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
+class RunningCall;
+
 /// Base of the value groups of a theme (colors, fonts).
 ///
 /// A group is a QObject whose notifying properties QML reads directly, and which reads its own
@@ -37,7 +39,12 @@ protected:
     QString groupText;
     /// Counts the changes of the group's values.
     unsigned m_changes = 0;
+    /// The innermost call that is emitting the group's signals.
+    RunningCall *m_calls = nullptr;
 
 private:
+    friend class Theme;
     friend class ThemePrivate;
+
+    void loadMember(const QJsonObject &scope, bool deriveMissing);
 };

@@ -1,6 +1,7 @@
 #include "values/themeobjectcolors.h"
 
-#include <QtCore/QPointer>
+#include "values/runningcall.h"
+
 #include <QtCore/QVariant>
 #include <QtGui/QPalette>
 
@@ -122,7 +123,7 @@ void ThemeObjectColors::setSelection(const QColor &color)
 
 void ThemeObjectColors::load(QJsonObject &object, bool deriveMissing)
 {
-    const QPointer<ThemeObjectColors> self(this);
+    const RunningCall self(m_calls);
     for (const char *baseWord : baseWords) {
         const QString base = QLatin1String(baseWord);
         for (const Shade &shade : shades) {
@@ -138,7 +139,7 @@ void ThemeObjectColors::load(QJsonObject &object, bool deriveMissing)
                 // Written as "#rrggbb" on purpose: a derived shade is always opaque.
                 setProperty(name.constData(), shade.derive(color).name());
             }
-            if (!self)
+            if (!self.isAlive())
                 return;
         }
     }
@@ -169,17 +170,18 @@ void ThemeObjectColors::setColor(Role role, const QColor &color)
         return;
     m_colors[role] = color;
     ++m_changes;
+    const RunningCall self(m_calls);
     Q_EMIT(this->*changed[role])();
 }
 
 void ThemeObjectColors::setColors(const Values &colors)
 {
-    const QPointer<ThemeObjectColors> self(this);
-    const unsigned assignment = ++m_assignments;
+    RunningCall::supersede(m_calls);
+    const RunningCall self(m_calls);
     for (int role = 0; role < RoleCount; ++role) {
         setColor(Role(role), colors[size_t(role)]);
         // A handler may have assigned anew, or destroyed the group: what it did stands.
-        if (!self || m_assignments != assignment)
+        if (!self.isCurrent())
             return;
     }
 }

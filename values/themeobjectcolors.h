@@ -100,5 +100,4 @@ private:
     void setColors(const Values &colors);
 
     Values m_colors;
-    unsigned m_assignments = 0;
 };

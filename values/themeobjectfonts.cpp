@@ -1,10 +1,8 @@
 #include "values/themeobjectfonts.h"
 
+#include "values/runningcall.h"
+#include "values/styleweight.h"
 #include "values/truncated.h"
-
-#include <QtCore/QPointer>
-#include <QtGui/QFontDatabase>
-#include <QtGui/QGuiApplication>
 
 namespace {
 
@@ -46,13 +44,10 @@ QFont::Capitalization capitalization(const QString &text)
     return QFont::MixedCase;
 }
 
-/// The weight of the style \a style of \a family, -1 if there is none.
-int styleWeight(const QString &family, const QString &style)
+/// The style that a font description asks for by its name; empty if it names none.
+QString styleName(const QJsonObject &description)
 {
-    // The font database ends the process when it is used without a GUI application.
-    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        return -1;
-    return QFontDatabase().weight(family, style);
+    return description.value(QStringLiteral("weight")).toString();
 }
 
 } // namespace
@@ -140,12 +135,12 @@ double ThemeObjectFonts::fontFactor() const
 
 void ThemeObjectFonts::load(QJsonObject &object, bool)
 {
-    const QPointer<ThemeObjectFonts> self(this);
+    const RunningCall self(m_calls);
     // One font is carried from member to member on purpose: a font that is left out looks like
     // the one before it, not like the main font.
     QFont font = readFont(object[QStringLiteral("main")].toObject(), QFont());
     setMainFont(font);
-    if (!self)
+    if (!self.isAlive())
         return;
 
     const QJsonObject alternate = object[QStringLiteral("alternate")].toObject();
@@ -169,7 +164,7 @@ void ThemeObjectFonts::load(QJsonObject &object, bool)
         { "h4", H4, 1.0, setWholePointSize },
     };
     for (const auto &heading : headings) {
-        if (!self)
+        if (!self.isAlive())
             return;
         const QJsonObject description = object[QLatin1String(heading.member)].toObject();
         if (description.isEmpty())
@@ -204,10 +199,24 @@ QFont ThemeObjectFonts::readFont(const QJsonObject &description, const QFont &ba
             QFont::AbsoluteSpacing,
             description.value(QStringLiteral("letterSpacing")).toDouble(base.letterSpacing()));
     // The weight always has the last word over "bold", also when the description names none.
-    const QString style = description.value(QStringLiteral("weight")).toString();
-    const int weight = style.isEmpty() ? -1 : styleWeight(font.family(), style);
+    const QString style = styleName(description);
+    const int weight = style.isEmpty() ? -1 : StyleWeight(font.family(), style).weight();
     font.setWeight(weight == -1 ? base.weight() : weight);
     return font;
+}
+
+/// What the font database was asked for to make \a fonts from the "fonts" object \a object.
+std::vector<StyleWeight> ThemeObjectFonts::styleWeights(const QJsonObject &object,
+                                                        const Values &fonts)
+{
+    static const char *const members[RoleCount] = { "main", "alternate", "h1", "h2", "h3", "h4" };
+    std::vector<StyleWeight> weights;
+    for (size_t role = 0; role < RoleCount; ++role) {
+        const QString style = styleName(object.value(QLatin1String(members[role])).toObject());
+        if (!style.isEmpty())
+            weights.emplace_back(fonts[role].family(), style);
+    }
+    return weights;
 }
 
 void ThemeObjectFonts::setFont(Role role, const QFont &font)
@@ -221,17 +230,18 @@ void ThemeObjectFonts::setFont(Role role, const QFont &font)
         return;
     m_fonts[role] = font;
     ++m_changes;
+    const RunningCall self(m_calls);
     Q_EMIT(this->*changed[role])();
 }
 
 void ThemeObjectFonts::setFonts(const Values &fonts)
 {
-    const QPointer<ThemeObjectFonts> self(this);
-    const unsigned assignment = ++m_assignments;
+    RunningCall::supersede(m_calls);
+    const RunningCall self(m_calls);
     for (int role = 0; role < RoleCount; ++role) {
         setFont(Role(role), fonts[size_t(role)]);
         // A handler may have assigned anew, or destroyed the group: what it did stands.
-        if (!self || m_assignments != assignment)
+        if (!self.isCurrent())
             return;
     }
 }

@@ -5,6 +5,9 @@
 #include <QtGui/QFont>
 
 #include <array>
+#include <vector>
+
+class StyleWeight;
 
 /// The font group of a theme: body font, a second text font and four headings.
 ///
@@ -92,10 +95,11 @@ private:
     enum Role { Main, Alternate, H1, H2, H3, H4, RoleCount };
     typedef std::array<QFont, RoleCount> Values;
 
+    static std::vector<StyleWeight> styleWeights(const QJsonObject &object, const Values &fonts);
+
     void setFont(Role role, const QFont &font);
     void setFonts(const Values &fonts);
 
     Values m_fonts;
     double m_fontFactor;
-    unsigned m_assignments = 0;
 };

@@ -44,6 +44,7 @@ class tst_ThemeManager : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void themeDestroyedByTheAnnouncementOfItsRow();
     void initTestCase();
 
     // Start
@@ -999,6 +1000,19 @@ void tst_ThemeManager::destroyingAManagerDestroysItsThemes()
     QVERIFY(!own);
     QVERIFY(!loaded);
     QVERIFY(added);
+}
+
+void tst_ThemeManager::themeDestroyedByTheAnnouncementOfItsRow()
+{
+    ThemeManager manager;
+    auto *theme = new Theme;
+    theme->setTitle(QStringLiteral("Gone"));
+    connect(&manager, &ThemeManager::rowsAboutToBeInserted, this, [&] { delete theme; });
+    manager.addTheme(theme);
+    QCOMPARE(manager.rowCount(), 1);
+    QVERIFY(!manager.data(manager.index(0, 0)).isValid());
+    QCOMPARE(manager.themeFromName(QStringLiteral("Gone")), nullptr);
+    QCOMPARE(manager.currentIndex(), -1);
 }
 
 TAVOLINS_TEST_MAIN(tst_ThemeManager)

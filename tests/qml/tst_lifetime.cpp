@@ -4,12 +4,15 @@
 #include "theme/theme.h"
 #include "theme/themeprivate.h"
 
+#include <QtCore/QJsonObject>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 #include <malloc.h>
+
+#include <functional>
 #include <vector>
 
 #if defined(__has_feature)
@@ -39,7 +42,10 @@ private Q_SLOTS:
     void survivorsFollow();
     void itemBeforeEngine();
     void itemAfterEngine();
-    void attachedThemeIsReleasedLater();
+    void attachedThemeEndsWithItsItem();
+    void attachedThemeStaysWhileItsFunctionsRun();
+    void nativeCodeDestroysThemes_data();
+    void nativeCodeDestroysThemes();
     void attachedThemeHasNoParent();
     void everyItemHasOne();
     void itemDestroyedWithoutAnEventLoop();
@@ -48,6 +54,8 @@ private Q_SLOTS:
     void newItemsAfterANativeDeletion();
     void manyEngines();
 };
+
+Q_DECLARE_METATYPE(std::function<void()>)
 
 namespace {
 
@@ -162,11 +170,10 @@ void tst_Lifetime::manyItems()
         QCOMPARE(items.front()->property("fg").value<QColor>(), QColor(0, 0, 255));
 
         items.clear();
-        // They let go of the data at once, and are gone after the next turn of the event loop.
         QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
-        settle();
         for (const QPointer<Theme> &theme : qAsConst(themes))
             QVERIFY(!theme);
+        settle();
         themes = QList<QPointer<Theme>>();
         engine->collectGarbage();
         if (round == warmUp)
@@ -197,13 +204,15 @@ void tst_Lifetime::manySwitches()
     }
     const int connections = Receivers::ofUpdateTheme(sharedData());
     qint64 heapAfterWarmUp = 0;
-    for (int i = 1; i <= 1000; ++i) {
+    // The engine's list of freed wrappers takes some hundred switches to reach its size.
+    const int warmUp = 1000;
+    for (int i = 1; i <= 2 * warmUp; ++i) {
         manager().setCurrent(i % 2 ? a : b);
         if (i % 50 == 0) {
             settle();
             engine->collectGarbage();
         }
-        if (i == 200)
+        if (i == warmUp)
             heapAfterWarmUp = heapInUse();
     }
     QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
@@ -281,23 +290,144 @@ void tst_Lifetime::itemAfterEngine()
     QCOMPARE(Theme::global()->radius(), 2);
 }
 
-void tst_Lifetime::attachedThemeIsReleasedLater()
+void tst_Lifetime::attachedThemeEndsWithItsItem()
 {
-    // A running signal of the attached theme may still use it when its item is destroyed.
     makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
+    const int connections = Receivers::ofUpdateTheme(sharedData());
     auto item = std::make_unique<QObject>();
     const QPointer<Theme> theme(Theme::qmlAttachedProperties(item.get()));
     item.reset();
-    QVERIFY(theme);
-    QCOMPARE(theme->radius(), 0); // let go of the data
-    QVERIFY(theme->colors());
+    QVERIFY(!theme);
+    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+}
+
+void tst_Lifetime::attachedThemeStaysWhileItsFunctionsRun()
+{
+    // The engine still uses the sender of a signal after the handlers have returned.
+    makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
+    auto item = std::make_unique<QObject>();
+    const QPointer<Theme> theme(Theme::qmlAttachedProperties(item.get()));
     QSignalSpy update(theme, &Theme::needUpdate);
-    makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2));
+    connect(theme, &Theme::themeObjectChanged, this, [&] {
+        if (!item)
+            return;
+        item.reset();
+        QVERIFY(theme);
+        deleteDeferred();
+        QVERIFY(theme);
+        QCOMPARE(theme->radius(), 0); // let go of the data
+        QVERIFY(theme->colors());
+        theme->sendUpdate();
+        makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2));
+    });
+    theme->sendUpdate();
     QCOMPARE(update.count(), 0);
+    QVERIFY(theme);
     deleteDeferred();
     QVERIFY(!theme);
-    deleteDeferred();
     QCOMPARE(Theme::global()->radius(), 2);
+}
+
+void tst_Lifetime::nativeCodeDestroysThemes_data()
+{
+    typedef std::function<void()> Destruction;
+    QTest::addColumn<Destruction>("destroy");
+
+    const auto destroyGlobal = [] { delete Theme::global(); };
+    const auto destroyCurrent = [] { delete manager().current(); };
+    QTest::newRow("the global theme") << Destruction(destroyGlobal);
+    QTest::newRow("the global theme, and time passes") << Destruction([=] {
+        destroyGlobal();
+        deleteDeferred();
+    });
+    QTest::newRow("the current theme") << Destruction(destroyCurrent);
+    QTest::newRow("the current theme, after disconnect()") << Destruction([] {
+        Theme *current = manager().current();
+        current->disconnect();
+        delete current;
+    });
+    QTest::newRow("the current theme and what takes its place") << Destruction([=] {
+        destroyCurrent();
+        destroyCurrent();
+    });
+    QTest::newRow("what takes its place, after disconnect()") << Destruction([=] {
+        destroyCurrent();
+        manager().current()->disconnect();
+        destroyCurrent();
+    });
+    QTest::newRow("the global theme, then the current one") << Destruction([=] {
+        destroyGlobal();
+        destroyCurrent();
+    });
+    QTest::newRow("the global theme, then the current one twice") << Destruction([=] {
+        destroyGlobal();
+        destroyCurrent();
+        destroyCurrent();
+    });
+    QTest::newRow("the current theme, then the global one twice") << Destruction([=] {
+        destroyCurrent();
+        destroyGlobal();
+        deleteDeferred();
+        destroyGlobal();
+    });
+    QTest::newRow("the global theme, and a file is read before the next switch")
+            << Destruction([=] {
+                   destroyGlobal();
+                   QCOMPARE(manager().current()->reload(), 0);
+                   QCOMPARE(Theme::global()->parent(), &manager());
+               });
+    QTest::newRow("the global theme, and a scope is loaded before the next switch") << Destruction(
+            [=] {
+                Theme *current = manager().current();
+                destroyGlobal();
+                const QJsonObject scope{ { QStringLiteral("radius"), 9 } };
+                const std::unique_ptr<Theme> loaded(current->loadThemeScope(nullptr, scope, true));
+                QVERIFY(Theme::global() != loaded.get());
+            });
+    QTest::newRow("the data that all share") << Destruction([] { delete sharedData(); });
+}
+
+/// There is a global theme and a current one whatever native code destroys, and every living item
+/// follows it from the next switch on.
+void tst_Lifetime::nativeCodeDestroysThemes()
+{
+    QFETCH(const std::function<void()>, destroy);
+    makeCurrent(QStringLiteral("a.thm"), coloredThemeText(uniqueTitle("A"), 1, "#0a0a0a"));
+    const auto engine = newEngine();
+    std::vector<std::unique_ptr<QObject>> items;
+    items.push_back(create(engine.get(), itemQml));
+    destroy();
+    items.push_back(create(engine.get(), itemQml));
+
+    QVERIFY(manager().current());
+    QVERIFY(Theme::global());
+    manager().addTheme(nullptr);
+    const int row = manager().currentIndex();
+    QVERIFY(row == -1
+            || manager().data(manager().index(row, 0), Qt::UserRole + 1).value<QObject *>()
+                    == manager().current());
+    deleteDeferred();
+    items.push_back(create(engine.get(), itemQml));
+    QVERIFY(manager().current());
+
+    Theme *const theme = makeCurrent(
+            QStringLiteral("b.thm"),
+            coloredThemeText(uniqueTitle("B"), 2, "#0b0b0b",
+                             R"("header": {"colors": {"foreground": "#0c0c0c"}})"));
+    QCOMPARE(manager().current(), theme);
+    items.push_back(create(engine.get(), itemQml));
+    const auto showsTheme = [&](const QColor &color, int radius) {
+        for (const auto &item : items) {
+            QCOMPARE(item->property("fg").value<QColor>(), color);
+            QCOMPARE(item->property("rounding").toInt(), radius);
+        }
+    };
+    showsTheme(QColor(12, 12, 12), 2);
+    deleteDeferred();
+    makeCurrent(QStringLiteral("c.thm"),
+                coloredThemeText(uniqueTitle("C"), 3, "#0b0b0b",
+                                 R"("header": {"colors": {"foreground": "#0d0d0d"}})"));
+    showsTheme(QColor(13, 13, 13), 3);
 }
 
 void tst_Lifetime::attachedThemeHasNoParent()

@@ -20,6 +20,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -117,14 +119,70 @@ int loadNames(const QString &folder, int count)
     return theme->getClassValue(QStringLiteral("radius"), 0).toInt();
 }
 
+std::vector<std::unique_ptr<QObject>> itemsWithClass(int count, const QString &classname)
+{
+    std::vector<std::unique_ptr<QObject>> items;
+    for (int i = 0; i < count; ++i) {
+        items.push_back(std::make_unique<QObject>());
+        Theme::qmlAttachedProperties(items.back().get())->setClassnames(classname);
+    }
+    return items;
+}
+
+/// Reads an unchanged file again whose class scope has as many members as there are items with it.
+int reloadScope(const QString &folder, int count)
+{
+    QByteArray document = R"({"title": "Scope", "card": {"radius": 1)";
+    for (int i = 0; i < count; ++i)
+        document += ", \"member" + number(i) + R"(": [1, 2, 3])";
+    const QString path = folder + QLatin1String("/input.thm");
+    write(path, document + "}}");
+    auto *theme = new Theme(ThemeManager::getInstance());
+    theme->load(path);
+    ThemeManager::getInstance()->setCurrent(theme);
+    const auto items = itemsWithClass(count, QStringLiteral("card"));
+    for (int i = 0; i < 5; ++i)
+        theme->reload();
+    return int(items.size());
+}
+
+/// Deletes themes with a class that native code has asked for.
+int deleteThemes(const QString &folder, int count)
+{
+    loadDocument(folder, R"({"title": "Card", "card": {"radius": 1}})");
+    std::vector<std::unique_ptr<Theme>> themes;
+    for (int i = 0; i < count; ++i) {
+        themes.emplace_back(Theme::getObjectTheme(nullptr));
+        themes.back()->setClassnames(QStringLiteral("card"));
+    }
+    themes.clear();
+    return count;
+}
+
+/// Switches many times, and leaves what that replaces to the end of the process.
+int endWithoutLoop(const QString &folder, int count)
+{
+    for (int i = 0; i < 2; ++i) {
+        write(folder + QStringLiteral("/%1.thm").arg(i),
+              "{\"title\": \"T" + number(i) + R"(", "card": {"radius": 1}})");
+    }
+    ThemeManager *manager = ThemeManager::getInstance();
+    manager->loadThemes(folder, QStringLiteral("T0"));
+    const auto items = itemsWithClass(count, QStringLiteral("card"));
+    for (int i = 0; i < 20; ++i)
+        manager->setCurrentIndex((i + 1) % 2);
+    return int(items.size());
+}
+
 const struct
 {
     const char *kind;
     int (*load)(const QString &folder, int size);
 } kinds[] = {
-    { "text", loadText },     { "title", loadTitle },   { "classes", loadClasses },
-    { "nested", loadNested }, { "styles", loadStyles }, { "themes", loadThemes },
-    { "names", loadNames },
+    { "text", loadText },      { "title", loadTitle },    { "classes", loadClasses },
+    { "nested", loadNested },  { "styles", loadStyles },  { "themes", loadThemes },
+    { "names", loadNames },    { "reload", reloadScope }, { "delete", deleteThemes },
+    { "end", endWithoutLoop },
 };
 
 } // namespace

@@ -86,6 +86,10 @@ void tst_Linear::instructions_data()
     QTest::newRow("nesting") << QStringLiteral("nested") << 450;
     QTest::newRow("style files") << QStringLiteral("styles") << 500;
     QTest::newRow("theme files") << QStringLiteral("themes") << 100;
+    QTest::newRow("reading again, items times members of their scope")
+            << QStringLiteral("reload") << 400;
+    QTest::newRow("deleting themes with a class") << QStringLiteral("delete") << 2000;
+    QTest::newRow("ending without an event loop") << QStringLiteral("end") << 200;
     QTest::newRow("class names of an item") << QStringLiteral("names") << 4000;
 }
 

@@ -3,6 +3,8 @@
 #include "support/testcase.h"
 #include "theme/theme.h"
 
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
@@ -10,7 +12,9 @@
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -107,7 +111,136 @@ const Surface surfaces[] = {
       "\nComponent.onCompleted: renew()\nTheme.onNeedUpdate: renew() }" },
 };
 
+/// What QML binds to an attached theme in the body of an item whose context outlives it.
+struct Bound
+{
+    const char *name;
+    const char *code;
+};
+
+const Bound boundParts[] = {
+    { "classnames", "Theme.classnames: clock.tell(clock.tick % 2 ? 'warning' : 'quiet')" },
+    { "title", "Theme.title: clock.tell('title ' + clock.tick)" },
+    { "filename", "Theme.filename: clock.tell('file ' + clock.tick)" },
+    { "radius", "Theme.radius: clock.tell(clock.tick)" },
+    { "a color of its class",
+      "Theme.classnames: 'warning'; Component.onCompleted: Theme.colors.selection ="
+      " Qt.binding(() => clock.tell(clock.tick % 2 ? 'red' : 'blue'))" },
+    { "a font of its class",
+      "Theme.classnames: 'warning'; Component.onCompleted: Theme.fonts.h1Font ="
+      " Qt.binding(() => clock.tell(Qt.font({ pointSize: 20 + clock.tick })))" },
+    { "handlers of every signal",
+      "Theme.onThemeObjectChanged: clock.tell(1); Theme.onRadiusChanged: clock.tell(1);"
+      " Theme.onNeedUpdate: clock.tell(1); Theme.onClassnamesChanged: clock.tell(1);"
+      " Theme.onTitleChanged: clock.tell(1)" },
+};
+
+enum Death {
+    DeletedNatively,
+    DeletedLater,
+    DeletedWithParent,
+    RemovedByContainer,
+    TakenAndCollected,
+    DestroyedByQml,
+    DeletedAfterDisconnect,
+    DeletedAfterItsChildren,
+    DeletedWithWindow,
+    DeathCount
+};
+
+const char *const deathNames[DeathCount] = {
+    "deleted natively",
+    "deleted later",
+    "deleted with its parent",
+    "removed by its container",
+    "taken from its container and collected",
+    "destroyed by QML",
+    "deleted after disconnect()",
+    "deleted after all its children",
+    "deleted with its window",
+};
+
+/// When something changes that the binding depends on, or the theme is switched.
+enum Moment {
+    AtOnce,
+    WhenDestroyedIsEmitted,
+    WhileTheParentIsDestroyed,
+    NextTurn,
+    InHandlerOfItsUpdate,
+    InHandlerOfItsClassChange,
+    InNestedLoopOfItsUpdate,
+    MomentCount
+};
+
+const char *const momentNames[MomentCount] = {
+    "at once",
+    "when destroyed() is emitted",
+    "while what was in it is destroyed",
+    "after a turn of the event loop",
+    "in a handler of its update",
+    "in a handler of its new class",
+    "in an event loop in a QML handler of its update",
+};
+
+bool isInBar(Death death)
+{
+    return death == RemovedByContainer || death == TakenAndCollected;
+}
+
+const char *const outlivedText = R"(
+    Item {
+        property alias inBar: inBar
+        property alias alone: alone
+        property alias bar: bar
+        property alias wrapper: wrapper
+        property alias window: window
+        function remove() { bar.removeItem(inBar) }
+        function take() { bar.takeItem(0) }
+        function destroyIt() { alone.destroy() }
+        Window { id: window }
+        property Theme theme
+        Connections {
+            target: theme
+            function onFilenameChanged() { clock.act() }
+        }
+        Item {
+            id: wrapper
+            TabBar {
+                id: bar
+                TabButton { id: inBar; %IN BAR% }
+                TabButton {}
+            }
+            Item { id: alone; %ALONE% }
+        }
+    })";
+
 } // namespace
+
+/// What the bindings of an item depend on, and how often they were evaluated.
+class Clock : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int tick MEMBER tick NOTIFY ticked)
+
+public:
+    Q_INVOKABLE QVariant tell(const QVariant &value)
+    {
+        ++evaluations;
+        return value;
+    }
+    Q_INVOKABLE void act()
+    {
+        if (action)
+            std::exchange(action, nullptr)();
+    }
+
+    int tick = 0;
+    int evaluations = 0;
+    std::function<void()> action;
+
+Q_SIGNALS:
+    void ticked();
+};
 
 /// Knows the objects that show the theme, in order of their creation.
 class Probes : public QObject
@@ -147,8 +280,14 @@ private Q_SLOTS:
     void nativeObjects_data();
     void nativeObjects();
     void twoWindowsAndTwoEngines();
+    void bindingsThatOutliveTheItem_data();
+    void bindingsThatOutliveTheItem();
+    void listenersAfterDisconnect();
+    void itemDiesInHandlerOfItsGroup_data();
+    void itemDiesInHandlerOfItsGroup();
 
 private:
+    void endItem(Death death, QPointer<QObject> item, QObject *root);
     void loadThemes();
     void editCurrentTheme(int seed);
     static std::unique_ptr<QQmlEngine> newEngine(Probes *probes);
@@ -390,6 +529,252 @@ void tst_Surfaces::twoWindowsAndTwoEngines()
     objects[2].reset();
     engines[1].reset();
     deleteDeferred();
+    QCOMPARE(sharingThemes(), 1);
+}
+
+void tst_Surfaces::bindingsThatOutliveTheItem_data()
+{
+    QTest::addColumn<int>("part");
+    QTest::addColumn<int>("death");
+    QTest::addColumn<int>("moment");
+    int part = 0;
+    for (const Bound &bound : boundParts) {
+        for (int death = 0; death < DeathCount; ++death) {
+            for (int moment = 0; moment < MomentCount; ++moment) {
+                QTest::addRow("%s, %s, %s", bound.name, deathNames[death], momentNames[moment])
+                        << part << death << moment;
+            }
+        }
+        ++part;
+    }
+}
+
+void tst_Surfaces::endItem(Death death, QPointer<QObject> item, QObject *root)
+{
+    switch (death) {
+    case DeletedNatively:
+        delete item;
+        break;
+    case DeletedLater:
+        item->deleteLater();
+        break;
+    case DeletedWithParent:
+        delete root->property("wrapper").value<QObject *>();
+        break;
+    case RemovedByContainer:
+        QMetaObject::invokeMethod(root, "remove");
+        break;
+    case TakenAndCollected:
+        QMetaObject::invokeMethod(root, "take");
+        QQmlEngine::setObjectOwnership(item, QQmlEngine::JavaScriptOwnership);
+        item->setParent(nullptr);
+        qobject_cast<QQuickItem *>(item)->setParentItem(nullptr);
+        qmlEngine(root)->collectGarbage();
+        break;
+    case DestroyedByQml:
+        QQmlEngine::setObjectOwnership(item, QQmlEngine::JavaScriptOwnership);
+        QMetaObject::invokeMethod(root, "destroyIt");
+        break;
+    case DeletedAfterDisconnect:
+        item->disconnect();
+        delete item;
+        break;
+    case DeletedAfterItsChildren: {
+        // The attached theme goes on while the item lives.
+        const QObjectList children = item->children();
+        qDeleteAll(children);
+        QVERIFY(Theme::attachedTheme(item));
+        delete item;
+        break;
+    }
+    case DeletedWithWindow:
+        item->setParent(root->property("window").value<QObject *>());
+        delete root->property("window").value<QObject *>();
+        break;
+    case DeathCount:
+        break;
+    }
+    QCoreApplication::sendPostedEvents(item, QEvent::DeferredDelete);
+    QVERIFY(!item);
+}
+
+/// A binding or handler whose context outlives the item is not evaluated in the name of an item
+/// that is gone.
+void tst_Surfaces::bindingsThatOutliveTheItem()
+{
+    QFETCH(int, part);
+    QFETCH(int, death);
+    QFETCH(int, moment);
+    loadThemes();
+    ThemeManager *manager = ThemeManager::getInstance();
+    Clock clock;
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(TAVOLINS_QML_IMPORT_PATH));
+    engine.rootContext()->setContextProperty(QStringLiteral("clock"), &clock);
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick 2.15\nimport QtQuick.Window 2.15\n"
+                      "import QtQuick.Controls 2.15\nimport " TAVOLINS_QML_URI " 1.0\n"
+                              + QByteArray(outlivedText)
+                                        .replace(isInBar(Death(death)) ? "%IN BAR%" : "%ALONE%",
+                                                 boundParts[part].code)
+                                        .replace("%IN BAR%", "")
+                                        .replace("%ALONE%", ""),
+                      QUrl());
+    const std::unique_ptr<QObject> root(component.create());
+    QVERIFY2(root, qPrintable(component.errorString()));
+    QObject *item = root->property(isInBar(Death(death)) ? "inBar" : "alone").value<QObject *>();
+    Theme *theme = Theme::attachedTheme(item);
+    QVERIFY(theme);
+    root->setProperty("theme", QVariant::fromValue(theme));
+
+    int evaluationsAfterDeath = -1;
+    const auto tick = [&] {
+        ++clock.tick;
+        Q_EMIT clock.ticked();
+        manager->setCurrent(manager->current() == m_day ? m_night : m_day);
+    };
+    const auto endAndTick = [&] {
+        endItem(Death(death), item, root.get());
+        evaluationsAfterDeath = clock.evaluations;
+        tick();
+    };
+    switch (moment) {
+    case AtOnce:
+        endAndTick();
+        break;
+    case WhenDestroyedIsEmitted: {
+        // The item is still there as far as QML is concerned, so its bindings may be evaluated.
+        QObject *witness = new QObject(item);
+        connect(witness, &QObject::destroyed, &clock, tick);
+        if (death != DeletedAfterDisconnect)
+            connect(item, &QObject::destroyed, &clock, tick);
+        endAndTick();
+        break;
+    }
+    case WhileTheParentIsDestroyed: {
+        QObject *last = new QObject(item);
+        connect(last, &QObject::destroyed, &clock, tick);
+        endAndTick();
+        break;
+    }
+    case NextTurn:
+        endItem(Death(death), item, root.get());
+        deleteDeferred();
+        evaluationsAfterDeath = clock.evaluations;
+        tick();
+        break;
+    case InHandlerOfItsUpdate:
+        clock.action = endAndTick;
+        connect(theme, &Theme::needUpdate, &clock, &Clock::act);
+        tick();
+        break;
+    case InHandlerOfItsClassChange:
+        clock.action = endAndTick;
+        connect(theme, &Theme::themeObjectChanged, &clock, &Clock::act);
+        theme->setClassnames(QStringLiteral("other"));
+        break;
+    case InNestedLoopOfItsUpdate:
+        clock.action = [&] {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                endAndTick();
+                loop.quit();
+            });
+            loop.exec();
+        };
+        theme->setFilename(QStringLiteral("another"));
+        break;
+    }
+    QVERIFY(evaluationsAfterDeath >= 0);
+    deleteDeferred();
+    tick();
+    QCOMPARE(clock.evaluations, evaluationsAfterDeath);
+    QCOMPARE(sharingThemes(), 1);
+    QVERIFY(Look::ofTheme(Theme::global())
+            == Look::ofSeed(manager->current() == m_day ? daySeed : nightSeed));
+}
+
+void tst_Surfaces::listenersAfterDisconnect()
+{
+    loadThemes();
+    for (int i = 0; i < 1000; ++i) {
+        QObject object;
+        QVERIFY(Theme::qmlAttachedProperties(&object));
+        object.disconnect();
+    }
+    QCOMPARE(sharingThemes(), 1);
+}
+
+void tst_Surfaces::itemDiesInHandlerOfItsGroup_data()
+{
+    QTest::addColumn<QByteArray>("classname");
+    QTest::addColumn<QByteArray>("group");
+    QTest::addColumn<QByteArray>("handler");
+    QTest::addColumn<QByteArray>("change");
+
+    const struct
+    {
+        const char *what;
+        const char *group;
+        const char *handler;
+        const char *change;
+    } changes[] = {
+        { "a color is written", "colors", "onSelectionChanged", "selection = 'red'" },
+        { "a font is written", "fonts", "onH1FontChanged", "h1Font = Qt.font({ pointSize: 33 })" },
+        { "a part of a font is written", "fonts", "onH2FontChanged", "h2Font.pointSize = 34" },
+    };
+    for (const auto &change : changes) {
+        for (const char *classname : { "", "warning" }) {
+            QTest::addRow("%s, %s", change.what, *classname ? "with a class" : "without a class")
+                    << QByteArray(classname) << QByteArray(change.group)
+                    << QByteArray(change.handler) << QByteArray(change.change);
+        }
+    }
+}
+
+/// The group that an item alone has stays until its signal has reached everybody, also when a
+/// handler shows a dialog meanwhile in whose event loop the item dies.
+void tst_Surfaces::itemDiesInHandlerOfItsGroup()
+{
+    QFETCH(const QByteArray, classname);
+    QFETCH(const QByteArray, group);
+    QFETCH(const QByteArray, handler);
+    QFETCH(const QByteArray, change);
+    loadThemes();
+    Clock clock;
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(TAVOLINS_QML_IMPORT_PATH));
+    engine.rootContext()->setContextProperty(QStringLiteral("clock"), &clock);
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick 2.15\nimport " TAVOLINS_QML_URI " 1.0\n"
+                      "Item { property alias item: one; function change() { one.group."
+                              + change
+                              + " } property QtObject watched: null; Component.onCompleted: "
+                                "watched = one.group;"
+                                " Connections { target: watched; function "
+                              + handler + "() { clock.act() } } Item { id: one; Theme.classnames: '"
+                              + classname + "'; property QtObject group: Theme." + group + " } }",
+                      QUrl());
+    const std::unique_ptr<QObject> root(component.create());
+    QVERIFY2(root, qPrintable(component.errorString()));
+    const QPointer<QObject> item = root->property("item").value<QObject *>();
+    const QPointer<QObject> values = item->property("group").value<QObject *>();
+    clock.action = [&] {
+        QEventLoop loop;
+        QTimer::singleShot(0, &loop, [&] {
+            delete item;
+            // Reaches what is deleted with a delay, in this loop and further in.
+            QTimer::singleShot(0, &loop, &QEventLoop::quit);
+        });
+        loop.exec();
+        deleteDeferred();
+        QVERIFY(values);
+    };
+    QVERIFY(QMetaObject::invokeMethod(root.get(), "change"));
+    QVERIFY(!clock.action);
+    QVERIFY(!item);
+    deleteDeferred();
+    QCOMPARE(bool(values), classname.isEmpty());
     QCOMPARE(sharingThemes(), 1);
 }
 

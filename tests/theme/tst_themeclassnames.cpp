@@ -1,10 +1,12 @@
 #include "manager/thememanager.h"
 #include "support/signalrecorder.h"
 #include "support/testcase.h"
+#include "support/testfont.h"
 #include "support/themevalues.h"
 #include "theme/theme.h"
 
 #include <QtCore/QMetaProperty>
+#include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 
@@ -71,6 +73,7 @@ private Q_SLOTS:
     void itemsOfOneClassLookAlike();
     void laterItemsFollowWhatHasChanged_data();
     void laterItemsFollowWhatHasChanged();
+    void handlersFindTheWeightOfNewFonts();
 
     void getClassValue_data();
     void getClassValue();
@@ -458,45 +461,66 @@ void tst_ThemeClassnames::itemsOfOneClassLookAlike()
 void tst_ThemeClassnames::laterItemsFollowWhatHasChanged_data()
 {
     typedef std::function<void(ThemePrivate &)> Change;
+    QTest::addColumn<QString>("classname");
     QTest::addColumn<Change>("change");
 
     // An item of the class has been there before; what its scope gave then must not be used again.
-    QTest::newRow("color of the theme")
-            << Change([](ThemePrivate &data) { data.colors.setDarkerBackground(QColor(1, 2, 3)); });
-    QTest::newRow("font of the theme") << Change([](ThemePrivate &data) {
-        data.fonts.setAlternateFont(QFont(QStringLiteral("Changed"), 77));
-    });
-    QTest::newRow("radius of the theme") << Change([](ThemePrivate &data) { data.radius = 3.5; });
-    QTest::newRow("scope") << Change([](ThemePrivate &data) {
-        data.classScopes.insert(QStringLiteral("a"), parsed(R"({"colors": {"selection": "red"}})"));
-    });
-    QTest::newRow("scope of another class") << Change([](ThemePrivate &data) {
-        data.classScopes.insert(QStringLiteral("c"), parsed(R"({"radius": 2})"));
-    });
-    QTest::newRow("style") << Change([](ThemePrivate &data) {
-        data.styles.insert(QStringLiteral("Button"), QStringLiteral("file:///b.qml"));
-    });
-    QTest::newRow("application's font") << Change(
-            [](ThemePrivate &) { QGuiApplication::setFont(QFont(QStringLiteral("Changed"), 66)); });
+    const struct
+    {
+        const char *name;
+        Change change;
+    } changes[] = {
+        { "color of the theme",
+          [](ThemePrivate &data) { data.colors.setDarkerBackground(QColor(1, 2, 3)); } },
+        { "font of the theme",
+          [](ThemePrivate &data) {
+              data.fonts.setAlternateFont(QFont(QStringLiteral("Changed"), 77));
+          } },
+        { "radius of the theme", [](ThemePrivate &data) { data.radius = 3.5; } },
+        { "scope",
+          [](ThemePrivate &data) {
+              const QJsonObject scope = parsed(R"({"colors": {"selection": "red"}})");
+              data.classScopes.insert(QStringLiteral("a"), scope);
+              data.classScopes.insert(QStringLiteral("b"), scope);
+          } },
+        { "scope of another class",
+          [](ThemePrivate &data) {
+              data.classScopes.insert(QStringLiteral("c"), parsed(R"({"radius": 2})"));
+          } },
+        { "style",
+          [](ThemePrivate &data) {
+              data.styles.insert(QStringLiteral("Button"), QStringLiteral("file:///b.qml"));
+          } },
+    };
+    for (const auto &change : changes) {
+        QTest::addRow("%s, scope with fonts", change.name) << QStringLiteral("a") << change.change;
+        QTest::addRow("%s, scope with colors", change.name) << QStringLiteral("b") << change.change;
+    }
+    // Fonts that a scope leaves out are the theme's; only a scope with fonts starts from these.
+    QTest::newRow("application's font, scope with fonts")
+            << QStringLiteral("a") << Change([](ThemePrivate &) {
+                   QGuiApplication::setFont(QFont(QStringLiteral("Changed"), 66));
+               });
 }
 
 void tst_ThemeClassnames::laterItemsFollowWhatHasChanged()
 {
     typedef std::function<void(ThemePrivate &)> Change;
+    QFETCH(const QString, classname);
     QFETCH(Change, change);
 
     const QFont applicationFont = QGuiApplication::font();
     const std::unique_ptr<Theme> theme = themeWith(twoClasses);
     Theme before(*theme);
-    before.setClassnames(QStringLiteral("a"));
+    before.setClassnames(classname);
     change(*dataOf(*theme));
     Theme after(*theme);
-    after.setClassnames(QStringLiteral("a"));
+    after.setClassnames(classname);
 
     // The same without an item before.
     const std::unique_ptr<Theme> fresh = themeWith(twoClasses);
     change(*dataOf(*fresh));
-    fresh->setClassnames(QStringLiteral("a"));
+    fresh->setClassnames(classname);
     QGuiApplication::setFont(applicationFont);
     for (const QMetaObject *meta :
          { &ThemeObjectColors::staticMetaObject, &ThemeObjectFonts::staticMetaObject }) {
@@ -513,6 +537,35 @@ void tst_ThemeClassnames::laterItemsFollowWhatHasChanged()
     QCOMPARE(dataOf(after)->radius, dataOf(*fresh)->radius);
     QCOMPARE(dataOf(after)->styles, dataOf(*fresh)->styles);
     QCOMPARE(dataOf(after)->classScopes, dataOf(*fresh)->classScopes);
+}
+
+/// A style that comes with a font file has its weight from the first signal that tells of new
+/// fonts.
+void tst_ThemeClassnames::handlersFindTheWeightOfNewFonts()
+{
+    QVERIFY2(!TestFont::content().isEmpty(), "needs DejaVu Sans");
+    const std::unique_ptr<Theme> theme = themeWith(R"({"a": {"fonts": {"alternate": {"family": ")"
+                                                   + TestFont::family().toUtf8()
+                                                   + R"(", "weight": "Book"}}}})");
+    QFont light;
+    light.setWeight(QFont::Light);
+    theme->fonts()->setAlternateFont(light);
+    Theme item(*theme);
+    // Connected before anything of the theme looks a style up.
+    int weight = -1;
+    connect(qApp, &QGuiApplication::fontDatabaseChanged, this, [&] {
+        item.sendUpdate();
+        weight = item.fonts()->alternateFont().weight();
+    });
+    item.setClassnames(QStringLiteral("a"));
+    QCOMPARE(item.fonts()->alternateFont().weight(), int(QFont::Light));
+    const int font = QFontDatabase::addApplicationFontFromData(TestFont::content());
+    QVERIFY(font >= 0);
+    qApp->disconnect(this);
+    const int expected = QFontDatabase().weight(TestFont::family(), QStringLiteral("Book"));
+    QFontDatabase::removeApplicationFont(font);
+    QCOMPARE(weight, expected);
+    QVERIFY(weight > QFont::Light);
 }
 
 void tst_ThemeClassnames::getClassValue_data()

@@ -89,6 +89,8 @@ class tst_ThemeDocument : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void targetDestroyedByItsScope_data();
+    void targetDestroyedByItsScope();
     void initTestCase();
 
     void applied_data();
@@ -1196,6 +1198,40 @@ void tst_ThemeDocument::readAgainByAHandler()
     theme.setClassnames(QStringLiteral("header"));
     QCOMPARE(theme.getClassValue(QStringLiteral("k"), QVariant()).toString(),
              QStringLiteral("new"));
+}
+
+void tst_ThemeDocument::targetDestroyedByItsScope_data()
+{
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<bool>("isItself");
+    for (const char *signal : { "a color", "a font", "the radius" }) {
+        QTest::addRow("by %s", signal) << QByteArray(signal) << false;
+        QTest::addRow("by %s of the theme itself", signal) << QByteArray(signal) << true;
+    }
+}
+
+void tst_ThemeDocument::targetDestroyedByItsScope()
+{
+    QFETCH(const QByteArray, signal);
+    QFETCH(const bool, isItself);
+    const QPointer<Theme> theme(new Theme);
+    const QPointer<Theme> target(isItself ? theme.data() : new Theme);
+    const auto destroy = [&] {
+        delete target;
+        deleteDeferred();
+    };
+    if (signal == "a color")
+        connect(target->colors(), &ThemeObjectColors::foregroundChanged, this, destroy);
+    else if (signal == "a font")
+        connect(target->fonts(), &ThemeObjectFonts::mainFontChanged, this, destroy);
+    else
+        connect(target.data(), &Theme::radiusChanged, this, destroy);
+    const QJsonObject scope = parsed(R"({"colors": {"foreground": "red", "background": "blue"},
+            "fonts": {"main": {"pointSize": 31}, "h1": {"pointSize": 50}}, "radius": 7})");
+    QCOMPARE(theme->loadThemeScope(target, scope, true), nullptr);
+    QVERIFY(!target);
+    delete theme;
+    deleteDeferred();
 }
 
 TAVOLINS_TEST_MAIN(tst_ThemeDocument)

@@ -42,6 +42,8 @@ class tst_ThemePrivate : public TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void destroyedByItsDefaults_data();
+    void destroyedByItsDefaults();
     void metaObject();
     void newDataHoldsTheDefaults();
     void initDefaultsResetsEverything();
@@ -427,6 +429,28 @@ void tst_ThemePrivate::copyLeavesItsGroupsAlone()
     const ThemePrivate copy(source);
     QVERIFY(!copy.colors.parent());
     QVERIFY(!copy.fonts.parent());
+}
+
+void tst_ThemePrivate::destroyedByItsDefaults_data()
+{
+    QTest::addColumn<bool>("byFonts");
+    QTest::newRow("in a handler of its colors") << false;
+    QTest::newRow("in a handler of its fonts") << true;
+}
+
+void tst_ThemePrivate::destroyedByItsDefaults()
+{
+    QFETCH(const bool, byFonts);
+    const QPointer<ThemePrivate> data(new ThemePrivate);
+    data->colors.setForeground(Qt::red);
+    data->fonts.setMainFont(QFont(QStringLiteral("Another"), 40));
+    const auto destroy = [&] { delete data; };
+    if (byFonts)
+        connect(&data->fonts, &ThemeObjectFonts::mainFontChanged, this, destroy);
+    else
+        connect(&data->colors, &ThemeObjectColors::foregroundChanged, this, destroy);
+    data->initDefaults();
+    QVERIFY(!data);
 }
 
 TAVOLINS_TEST_MAIN(tst_ThemePrivate)
