@@ -9,6 +9,7 @@
 
 #include <QtCore/QMetaObject>
 #include <QtCore/QMetaProperty>
+#include <QtQml/QQmlEngine>
 #include <QtQml/QQmlProperty>
 
 Theme *Theme::g_theme = nullptr;
@@ -126,6 +127,9 @@ Theme *Theme::qmlAttachedProperties(QObject *object)
 {
     Theme *theme = getObjectTheme(object);
     attachedThemes().enter(theme);
+    // It has no parent, so an application that hands it to QML would leave it to the garbage
+    // collector, while the engine goes on using it for the item.
+    QQmlEngine::setObjectOwnership(theme, QQmlEngine::CppOwnership);
     // The engine does not delete attached objects that have no parent.
     if (object)
         theme->m_itemWatch = new ItemWatch(object, theme);

@@ -46,6 +46,7 @@ private Q_SLOTS:
     void attachedThemeStaysWhileItsFunctionsRun();
     void nativeCodeDestroysThemes_data();
     void nativeCodeDestroysThemes();
+    void attachedThemeIsNoGarbage();
     void attachedThemeHasNoParent();
     void everyItemHasOne();
     void itemDestroyedWithoutAnEventLoop();
@@ -428,6 +429,40 @@ void tst_Lifetime::nativeCodeDestroysThemes()
                 coloredThemeText(uniqueTitle("C"), 3, "#0b0b0b",
                                  R"("header": {"colors": {"foreground": "#0d0d0d"}})"));
     showsTheme(QColor(13, 13, 13), 3);
+}
+
+/// Hands an attached theme to QML, as an application's own objects may.
+class ThemeOf : public QObject
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE static Theme *theme(QObject *item) { return Theme::attachedTheme(item); }
+};
+
+void tst_Lifetime::attachedThemeIsNoGarbage()
+{
+    makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
+    const auto engine = newEngine();
+    ThemeOf access;
+    engine->rootContext()->setContextProperty(QStringLiteral("access"), &access);
+    const auto item = create(engine.get(), R"(
+        import QtQuick 2.15
+        import Tavolins 1.0
+        Item {
+            id: root
+            property int rounding: Theme.radius
+            function ask() { return access.theme(root).radius }
+        })");
+    QVERIFY(item);
+    QVariant radius;
+    QVERIFY(QMetaObject::invokeMethod(item.get(), "ask", Q_RETURN_ARG(QVariant, radius)));
+    QCOMPARE(radius.toInt(), 1);
+    engine->collectGarbage();
+    deleteDeferred();
+    QVERIFY(Theme::attachedTheme(item.get()));
+    makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2));
+    QCOMPARE(item->property("rounding").toInt(), 2);
 }
 
 void tst_Lifetime::attachedThemeHasNoParent()

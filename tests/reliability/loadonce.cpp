@@ -154,12 +154,13 @@ int deleteThemes(const QString &folder, int count)
     for (int i = 0; i < count; ++i) {
         themes.emplace_back(Theme::getObjectTheme(nullptr));
         themes.back()->setClassnames(QStringLiteral("card"));
+        themes.back()->sendUpdate();
     }
     themes.clear();
     return count;
 }
 
-/// Switches many times, and leaves what that replaces to the end of the process.
+/// Switches many times without an event loop, and leaves what that replaces to the end of the process.
 int endWithoutLoop(const QString &folder, int count)
 {
     for (int i = 0; i < 2; ++i) {
@@ -169,7 +170,7 @@ int endWithoutLoop(const QString &folder, int count)
     ThemeManager *manager = ThemeManager::getInstance();
     manager->loadThemes(folder, QStringLiteral("T0"));
     const auto items = itemsWithClass(count, QStringLiteral("card"));
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 60; ++i)
         manager->setCurrentIndex((i + 1) % 2);
     return int(items.size());
 }
@@ -200,7 +201,9 @@ int main(int argc, char *argv[])
             rusage usage;
             getrusage(RUSAGE_SELF, &usage);
             std::printf("%ld\n", usage.ru_maxrss);
-            return 0;
+            std::fflush(stdout);
+            // The application object stays, as in a process that a handler ends.
+            std::exit(0);
         }
     }
     return 1;

@@ -88,8 +88,8 @@ void tst_Linear::instructions_data()
     QTest::newRow("theme files") << QStringLiteral("themes") << 100;
     QTest::newRow("reading again, items times members of their scope")
             << QStringLiteral("reload") << 400;
-    QTest::newRow("deleting themes with a class") << QStringLiteral("delete") << 2000;
-    QTest::newRow("ending without an event loop") << QStringLiteral("end") << 200;
+    QTest::newRow("deleting themes with a class") << QStringLiteral("delete") << 4000;
+    QTest::newRow("ending without an event loop") << QStringLiteral("end") << 150;
     QTest::newRow("class names of an item") << QStringLiteral("names") << 4000;
 }
 
