@@ -2,7 +2,7 @@ foreach(name tst_gallerycurrenttheme tst_gallerycommand tst_galleryview tst_them
     tavolins_test(gallery/${name} QUICK SOURCES gallery/readable.h)
     target_link_libraries(${name} PRIVATE tavolins_gallery)
     target_compile_definitions(${name} PRIVATE
-        GALLERY_THEMES_DIR="${PROJECT_BINARY_DIR}/themes"
+        GALLERY_THEMES_DIR="${TAVOLINS_THEMES_DIR}"
         GALLERY_PROGRAM="$<TARGET_FILE:tavolins-gallery>"
         GALLERY_BUILD_DIR="${PROJECT_BINARY_DIR}"
         GALLERY_CMAKE="${CMAKE_COMMAND}")

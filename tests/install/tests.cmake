@@ -11,11 +11,13 @@ if(NOT TAVOLINS_SANITIZE)
     target_compile_definitions(tst_install PRIVATE
         TAVOLINS_QML_URI="${TAVOLINS_QML_URI}"
         TAVOLINS_QML_INSTALL_DIR="${TAVOLINS_QML_INSTALL_DIR}"
+        TAVOLINS_PACKAGE_DIR="${CMAKE_INSTALL_LIBDIR}/cmake/Tavolins"
+        TAVOLINS_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
         TAVOLINS_BUILD_DIR="${PROJECT_BINARY_DIR}"
-        TAVOLINS_CONSUMER_DIR="${CMAKE_CURRENT_SOURCE_DIR}/install/consumer"
         TAVOLINS_CMAKE="${CMAKE_COMMAND}"
         TAVOLINS_CXX_COMPILER="${CMAKE_CXX_COMPILER}"
+        TAVOLINS_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER}"
         TAVOLINS_QMLRUN="$<TARGET_FILE:qmlrun>")
     add_test(NAME tst_install COMMAND tst_install)
-    tavolins_test_properties(tst_install 240)
+    tavolins_test_properties(tst_install 900)
 endif()
