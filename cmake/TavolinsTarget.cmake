@@ -30,3 +30,11 @@ function(tavolins_target target)
         target_link_options(${target} PRIVATE ${flags})
     endif()
 endfunction()
+
+# tavolins_public_headers(<header>...)
+#
+# Installs headers of the current folder, which code that uses them includes as it does in the tree.
+function(tavolins_public_headers)
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    install(FILES ${ARGN} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tavolins/${folder}")
+endfunction()

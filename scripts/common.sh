@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What the scripts share; sourced by them with the project's root as the working folder.
 
 step() {
@@ -12,11 +13,11 @@ fail() {
 # install_missing GROUP...: installs the packages of these groups that are not installed yet.
 install_missing() {
     local missing=() package
-    for package in $(awk -v groups=" $* " '!/^#/ && NF && index(groups, " " $1 " ") { print $2 }' \
-            scripts/packages | sort -u); do
+    while read -r package; do
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' \
             || missing+=("$package")
-    done
+    done < <(awk -v groups=" $* " '!/^#/ && NF && index(groups, " " $1 " ") { print $2 }' \
+        scripts/packages | sort -u)
     [ ${#missing[@]} -gt 0 ] || return 0
 
     step "Installing what is missing: ${missing[*]}"

@@ -1,6 +1,7 @@
 #include "support/testcase.h"
 
 #include <QtCore/QDirIterator>
+#include <QtCore/QLibraryInfo>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
@@ -22,6 +23,10 @@ private Q_SLOTS:
     void qmlRunsAgainstThePrefixAlone();
     void missingModuleIsNoticed();
     void nativeConsumerBuildsAndRuns();
+    void installationTellsWhetherQtLooksThere();
+    void configurationTellsWhetherQtLooksThere_data();
+    void configurationTellsWhetherQtLooksThere();
+    void subprojectBuildsRunsAndInstalls();
 
 private:
     QString installed(const QString &file) const;
@@ -30,19 +35,64 @@ private:
     int runQml(const QString &importPath, const QByteArray &code, QByteArray *output);
 
     QTemporaryDir m_prefix;
+    QByteArray m_installOutput;
 };
 
 namespace {
 
+const int bundledThemes = 5;
+
 /// Runs a program and returns its exit code, -1 if it crashed or never ended.
-int run(const QString &program, const QStringList &arguments, QByteArray *output)
+int run(const QString &program, const QStringList &arguments, QByteArray *output,
+        const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    const bool finished = process.waitForFinished(200000);
+    const bool finished = process.waitForFinished(600000);
     *output = process.readAll();
     return finished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+int runCMake(const QStringList &arguments, QByteArray *output,
+             const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
+{
+    return run(QStringLiteral(TAVOLINS_CMAKE), arguments, output, environment);
+}
+
+/// Configures the project in \a source with the compiler of this build.
+int configure(const QString &source, const QString &build, const QStringList &options,
+              QByteArray *output)
+{
+    return runCMake(
+            QStringList{ QStringLiteral("-S"), source, QStringLiteral("-B"), build,
+                         QStringLiteral("-GNinja"),
+                         QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
+                         QStringLiteral(
+                                 "-DCMAKE_CXX_COMPILER_LAUNCHER=" TAVOLINS_CXX_COMPILER_LAUNCHER) }
+                    + options,
+            output);
+}
+
+QString testSource(const QString &folder)
+{
+    return QStringLiteral(TAVOLINS_SOURCE_DIR "/tests/install/") + folder;
+}
+
+QString whereQtLooks()
+{
+    return QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath);
+}
+
+/// What is said of a module in \a folder, in which Qt does not look.
+QByteArray warningOf(const QString &folder, const QString &advice)
+{
+    return QStringLiteral("the QML module goes to %1, where Qt does not look (it looks in %2): run "
+                          "applications with QML2_IMPORT_PATH=%1, let them call "
+                          "QQmlEngine::addImportPath, or install with %3\n")
+            .arg(folder, whereQtLooks(), advice)
+            .toUtf8();
 }
 
 QByteArray importLine()
@@ -78,13 +128,11 @@ int tst_Install::runQml(const QString &importPath, const QByteArray &code, QByte
 void tst_Install::initTestCase()
 {
     QVERIFY(m_prefix.isValid());
-    QByteArray output;
-    QVERIFY2(run(QStringLiteral(TAVOLINS_CMAKE),
-                 { QStringLiteral("--install"), QStringLiteral(TAVOLINS_BUILD_DIR),
-                   QStringLiteral("--prefix"), m_prefix.path() },
-                 &output)
+    QVERIFY2(runCMake({ QStringLiteral("--install"), QStringLiteral(TAVOLINS_BUILD_DIR),
+                        QStringLiteral("--prefix"), m_prefix.path() },
+                      &m_installOutput)
                      == 0,
-             output.constData());
+             m_installOutput.constData());
 }
 
 void tst_Install::filesAreInstalled_data()
@@ -103,6 +151,8 @@ void tst_Install::filesAreInstalled_data()
         QStringLiteral("include/tavolins/values/themeobject.h"),
         QStringLiteral("include/tavolins/values/themeobjectcolors.h"),
         QStringLiteral("include/tavolins/values/themeobjectfonts.h"),
+        QStringLiteral("share/tavolins/themes/daylight.thm"),
+        QStringLiteral("share/tavolins/themes/styles/Button_danger.qml"),
     };
     for (const QString &file : files)
         QTest::newRow(qPrintable(file)) << file;
@@ -193,7 +243,7 @@ void tst_Install::descriptionNamesNoBuildPath()
 
 void tst_Install::packageAsksForThreeModulesOnly()
 {
-    const QDir package(installed(QStringLiteral(TAVOLINS_QML_INSTALL_DIR "/../../cmake/Tavolins")));
+    const QDir package(installed(QStringLiteral(TAVOLINS_PACKAGE_DIR)));
     QVERIFY(package.exists());
     QSet<QString> modules;
     const QRegularExpression imported(QStringLiteral("Qt5::(\\w+)"));
@@ -242,27 +292,110 @@ void tst_Install::missingModuleIsNoticed()
 void tst_Install::nativeConsumerBuildsAndRuns()
 {
     const QString build = folder() + QStringLiteral("/build");
-    const QString cmake = QStringLiteral(TAVOLINS_CMAKE);
     QByteArray output;
-    QVERIFY2(run(cmake,
-                 { QStringLiteral("-S"), QStringLiteral(TAVOLINS_CONSUMER_DIR),
-                   QStringLiteral("-B"), build, QStringLiteral("-G"), QStringLiteral("Ninja"),
-                   QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
-                   QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path() },
-                 &output)
+    QVERIFY2(configure(testSource(QStringLiteral("consumer")), build,
+                       { QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path() }, &output)
                      == 0,
              output.constData());
-    QVERIFY2(run(cmake, { QStringLiteral("--build"), build }, &output) == 0, output.constData());
-    const QString file = write(QStringLiteral("main.qml"),
-                               importLine()
-                                       + "import QtQml 2.12\n"
-                                         "Timer {\n"
-                                         "    running: true; interval: 0\n"
-                                         "    onTriggered: Qt.exit(40 + ThemeManager.rowCount())\n"
-                                         "}\n");
-    const int exitCode = run(build + QStringLiteral("/consumer"), { file }, &output);
+    QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
+    const int exitCode = run(build + QStringLiteral("/consumer"), {}, &output);
     QCOMPARE(output, QByteArray());
-    QCOMPARE(exitCode, 41);
+    QCOMPARE(exitCode, bundledThemes);
+}
+
+void tst_Install::installationTellsWhetherQtLooksThere()
+{
+    QVERIFY2(m_installOutput.contains("the QML module goes to "
+                                      + installed(QStringLiteral(TAVOLINS_QML_INSTALL_DIR)).toUtf8()
+                                      + ", where Qt does not look"),
+             m_installOutput.constData());
+}
+
+void tst_Install::configurationTellsWhetherQtLooksThere_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("line");
+    const QString qtPrefix = QLibraryInfo::location(QLibraryInfo::PrefixPath);
+    const QString layout = QDir(qtPrefix).relativeFilePath(whereQtLooks());
+    QTest::newRow("another prefix")
+            << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere") }
+            << warningOf(QStringLiteral("/nowhere/") + layout,
+                         QStringLiteral("the prefix ") + qtPrefix);
+    QTest::newRow("the prefix of Qt") << QStringList{
+        QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + qtPrefix
+    } << QByteArray("the QML module goes to " + whereQtLooks().toUtf8() + ", where Qt looks\n");
+    QTest::newRow("another folder")
+            << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere"),
+                            QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=share/modules") }
+            << warningOf(QStringLiteral("/nowhere/share/modules"),
+                         QStringLiteral("TAVOLINS_QML_INSTALL_DIR=") + whereQtLooks());
+    QTest::newRow("the folder of Qt, not below the prefix") << QStringList{
+        QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere"),
+        QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=") + whereQtLooks()
+    } << QByteArray("the QML module goes to " + whereQtLooks().toUtf8() + ", where Qt looks\n");
+}
+
+void tst_Install::configurationTellsWhetherQtLooksThere()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, line);
+    options += { QStringLiteral("-DTAVOLINS_BUILD_TESTS=OFF"),
+                 QStringLiteral("-DTAVOLINS_BUILD_GALLERY=OFF") };
+    QByteArray output;
+    QVERIFY2(configure(QStringLiteral(TAVOLINS_SOURCE_DIR), folder() + QStringLiteral("/build"),
+                       options, &output)
+                     == 0,
+             output.constData());
+    QVERIFY2(output.contains(line), output.constData());
+}
+
+void tst_Install::subprojectBuildsRunsAndInstalls()
+{
+    const QString build = folder() + QStringLiteral("/build");
+    QByteArray output;
+    QVERIFY2(configure(testSource(QStringLiteral("subproject")), build,
+                       { QStringLiteral("-DTAVOLINS_SOURCE=" TAVOLINS_SOURCE_DIR) }, &output)
+                     == 0,
+             output.constData());
+    QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
+    const int exitCode = run(build + QStringLiteral("/consumer"), {}, &output);
+    QCOMPARE(output, QByteArray());
+    QCOMPARE(exitCode, bundledThemes);
+
+    // With the prefix of Qt instead of the configured one, the module is where Qt looks. The
+    // gallery is off in a subproject; the themes are not part of it.
+    const QString prefix = QLibraryInfo::location(QLibraryInfo::PrefixPath);
+    const QString root = folder() + QStringLiteral("/root");
+    QProcessEnvironment staged = QProcessEnvironment::systemEnvironment();
+    staged.insert(QStringLiteral("DESTDIR"), root);
+    QVERIFY2(runCMake({ QStringLiteral("--install"), build, QStringLiteral("--prefix"), prefix },
+                      &output, staged)
+                     == 0,
+             output.constData());
+    QVERIFY2(output.contains("the QML module goes to " + whereQtLooks().toUtf8()
+                             + ", where Qt looks\n"),
+             output.constData());
+    QVERIFY(QFileInfo::exists(root + whereQtLooks() + QStringLiteral("/Acme/Theming/qmldir")));
+    const QString themes = root + prefix + QStringLiteral("/share/tavolins/themes");
+    QVERIFY(QFileInfo::exists(themes + QStringLiteral("/moss.thm")));
+    QVERIFY(contentOf(themes + QStringLiteral("/styles/Card.qml"))
+                    .contains("import Acme.Theming 1.0\n"));
+    QVERIFY(!QFileInfo::exists(root + prefix + QStringLiteral("/bin")));
+
+    // Without themes, the package is found all the same.
+    const QString bare = folder() + QStringLiteral("/bare");
+    QVERIFY2(runCMake({ QStringLiteral("-DTAVOLINS_INSTALL_THEMES=OFF"), build }, &output) == 0,
+             output.constData());
+    QVERIFY2(runCMake({ QStringLiteral("--install"), build, QStringLiteral("--prefix"), bare },
+                      &output)
+                     == 0,
+             output.constData());
+    QVERIFY(QFileInfo::exists(bare + QStringLiteral("/include/tavolins/theme/theme.h")));
+    QVERIFY(!QFileInfo::exists(bare + QStringLiteral("/share")));
+    QVERIFY2(configure(testSource(QStringLiteral("consumer")), folder() + QStringLiteral("/user"),
+                       { QStringLiteral("-DCMAKE_PREFIX_PATH=") + bare }, &output)
+                     == 0,
+             output.constData());
 }
 
 QTEST_GUILESS_MAIN(tst_Install)

@@ -1,1 +1,0 @@
-tavolins_test(readme/tst_readme QUICK)

@@ -1,4 +1,0 @@
-tavolins_test(values/tst_properties)
-tavolins_test(values/tst_themeobject)
-tavolins_test(values/tst_themeobjectcolors)
-tavolins_test(values/tst_themeobjectfonts)
