@@ -44,8 +44,10 @@ Markdown::Markdown(const QString &path)
             isIndented = false;
         }
         isAfterBlank = line.isEmpty();
-        if (line.startsWith(QLatin1Char('#')))
+        if (line.startsWith(QLatin1Char('#'))) {
             heading = line.section(QLatin1Char(' '), 1);
+            m_headings.append(heading);
+        }
     }
 }
 
@@ -92,6 +94,11 @@ QStringList Markdown::codeIn(const QString &text)
     for (auto match = span.globalMatch(text); match.hasNext();)
         code.append(match.next().captured(1));
     return code;
+}
+
+QStringList Markdown::headings() const
+{
+    return m_headings;
 }
 
 QString Markdown::prose() const

@@ -31,10 +31,14 @@ public:
     /// The pieces of \a text between backquotes.
     static QStringList codeIn(const QString &text);
 
+    /// All headings, without their signs.
+    QStringList headings() const;
+
     /// The page without its fenced blocks.
     QString prose() const;
 
 private:
     QString m_prose;
+    QStringList m_headings;
     QList<Block> m_blocks;
 };

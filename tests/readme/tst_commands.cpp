@@ -7,7 +7,10 @@
 #include <QtCore/QProcess>
 #include <QtTest/QtTest>
 
-/// What the README has its reader type into a shell or a CMakeLists.txt.
+#include <algorithm>
+
+/// What the README has its reader type into a shell or a CMakeLists.txt, and the programs in C++ on
+/// the pages, built against an installation.
 class tst_Commands : public TestCase
 {
     Q_OBJECT
@@ -18,6 +21,9 @@ private Q_SLOTS:
     void commands();
     void exampleRunsByItsCommand();
     void nativeCodeLinksThePackage();
+    void deployedApplicationRuns();
+    void applicationFindsTheInstalledModule();
+    void followerNoticesReplacedFiles();
 
 private:
     struct Result
@@ -26,14 +32,30 @@ private:
         QByteArray output;
     };
     static Result run(const QString &folder, const QString &program, const QStringList &arguments);
+    Result build();
+    void writeDeployedApplication();
 
     const Markdown m_readme{ QStringLiteral("README.md") };
+    const Markdown m_using{ QStringLiteral("docs/using.md") };
+    const Markdown m_deploying{ QStringLiteral("docs/deploying.md") };
     QTemporaryDir m_checkout;
+    QTemporaryDir m_prefix;
 };
 
 namespace {
 
 const QString cmake = QStringLiteral(TAVOLINS_CMAKE);
+
+// Ends a window of the deployed application, when all it shows comes from its resources.
+const QString end = QStringLiteral(R"(
+    property Item button: contentItem.children[0]
+    Timer {
+        running: true
+        interval: 100
+        onTriggered: Qt.exit(title === "Harbour" && color == "#f4f7f9" && button.item
+                             && button.item.objectName === "embedded" ? 42 : 1)
+    }
+)");
 
 QString withoutRemark(const QString &line)
 {
@@ -50,21 +72,48 @@ tst_Commands::Result tst_Commands::run(const QString &folder, const QString &pro
     process.setWorkingDirectory(folder);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    const bool hasEnded = process.waitForFinished(200000)
-            && process.exitStatus() == QProcess::NormalExit;
+    if (!process.waitForFinished(60000)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    const bool hasEnded = process.exitStatus() == QProcess::NormalExit;
     return { hasEnded ? process.exitCode() : -1, process.readAll() };
 }
 
 /// Makes what looks like a fresh checkout, so that commands write nothing into this one.
 void tst_Commands::initTestCase()
 {
-    QVERIFY(m_checkout.isValid());
+    QVERIFY(m_checkout.isValid() && m_prefix.isValid());
     const QDir source(QStringLiteral(TAVOLINS_SOURCE_DIR));
     const QStringList names = source.entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     for (const QString &name : names) {
         if (name != QLatin1String("build"))
             QVERIFY(QFile::link(source.filePath(name), m_checkout.filePath(name)));
     }
+    const Result installed = run(m_checkout.path(), cmake,
+                                 { QStringLiteral("--install"), QStringLiteral(TAVOLINS_BUILD_DIR),
+                                   QStringLiteral("--prefix"), m_prefix.path() });
+    QVERIFY2(installed.exitCode == 0, installed.output.constData());
+}
+
+/// Builds what is in the test's folder, in its folder "build", and installs it into "installed".
+tst_Commands::Result tst_Commands::build()
+{
+    const QStringList configure = {
+        QStringLiteral("-S."),
+        QStringLiteral("-Bbuild"),
+        QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
+        QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path(),
+        QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + folder() + QStringLiteral("/installed"),
+    };
+    const Result configured = run(folder(), cmake, configure);
+    if (configured.exitCode != 0)
+        return configured;
+    const Result built = run(folder(), cmake,
+                             { QStringLiteral("--build"), QStringLiteral("build") });
+    if (built.exitCode != 0)
+        return built;
+    return run(folder(), cmake, { QStringLiteral("--install"), QStringLiteral("build") });
 }
 
 void tst_Commands::commands_data()
@@ -142,19 +191,14 @@ void tst_Commands::exampleRunsByItsCommand()
             onTriggered: Qt.exit(ThemeManager.current.title === "Harbour" ? 42 : 1)
         }
     )");
-    const Result result = run(folder(), program, arguments + QStringList(QStringLiteral("end.qml")));
+    const Result result = run(folder(), program,
+                              arguments + QStringList(QStringLiteral("end.qml")));
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(result.exitCode, 42);
 }
 
 void tst_Commands::nativeCodeLinksThePackage()
 {
-    const QString prefix = folder() + QStringLiteral("/prefix");
-    const Result installed = run(folder(), cmake,
-                                 { QStringLiteral("--install"),
-                                   QStringLiteral(TAVOLINS_BUILD_DIR), QStringLiteral("--prefix"),
-                                   prefix });
-    QVERIFY2(installed.exitCode == 0, installed.output.constData());
     write(QStringLiteral("CMakeLists.txt"),
           "cmake_minimum_required(VERSION 3.16)\n"
           "project(Application LANGUAGES CXX)\n"
@@ -169,14 +213,122 @@ void tst_Commands::nativeCodeLinksThePackage()
             return 40 + (Theme::global() == ThemeManager::getInstance()->current() ? 2 : 0);
         }
     )");
-    const Result configured = run(folder(), cmake,
-                                  { QStringLiteral("-S."), QStringLiteral("-Bbuild"),
-                                    QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
-                                    QStringLiteral("-DCMAKE_PREFIX_PATH=") + prefix });
-    QVERIFY2(configured.exitCode == 0, configured.output.constData());
-    const Result built = run(folder(), cmake,
-                             { QStringLiteral("--build"), QStringLiteral("build") });
+    const Result built = build();
     QVERIFY2(built.exitCode == 0, built.output.constData());
+    const Result ran = run(folder(), folder() + QStringLiteral("/build/application"), {});
+    QCOMPARE(ran.output, QByteArray());
+    QCOMPARE(ran.exitCode, 42);
+}
+
+/// The files of docs/deploying.md, as it names them.
+void tst_Commands::writeDeployedApplication()
+{
+    write(QStringLiteral("main.cpp"), m_deploying.only(QStringLiteral("cpp")).toUtf8());
+    write(QStringLiteral("harbour.qrc"), m_deploying.only(QStringLiteral("xml")).toUtf8());
+    QString window = m_deploying.only(QStringLiteral("qml")).trimmed();
+    QVERIFY(window.endsWith(QLatin1Char('}')));
+    window.chop(1);
+    window.replace(QStringLiteral("import Tavolins "),
+                   QStringLiteral("import " TAVOLINS_QML_URI " "));
+    write(QStringLiteral("main.qml"), (window + end + QLatin1Char('}')).toUtf8());
+    write(QStringLiteral("themes/harbour.thm"), m_readme.only(QStringLiteral("json")).toUtf8());
+    write(QStringLiteral("themes/styles/Button.qml"),
+          "import QtQuick 2.12\nItem { objectName: \"embedded\" }\n");
+}
+
+void tst_Commands::deployedApplicationRuns()
+{
+    writeDeployedApplication();
+    write(QStringLiteral("CMakeLists.txt"), m_deploying.blocks().first().code.toUtf8());
+    const Result built = build();
+    QVERIFY2(built.exitCode == 0, built.output.constData());
+    // Elsewhere, and without what it was built from.
+    QDir here(folder());
+    QVERIFY(here.rename(QStringLiteral("installed"), QStringLiteral("moved")));
+    QVERIFY(QDir(here.filePath(QStringLiteral("build"))).removeRecursively());
+    QVERIFY(QDir(here.filePath(QStringLiteral("themes"))).removeRecursively());
+    const Result ran = run(folder(), here.filePath(QStringLiteral("moved/bin/harbour")), {});
+    QCOMPARE(ran.output, QByteArray());
+    QCOMPARE(ran.exitCode, 42);
+}
+
+/// The other way of the page: nothing of the module is copied, and Qt's own import paths lead to
+/// it.
+void tst_Commands::applicationFindsTheInstalledModule()
+{
+    writeDeployedApplication();
+    const QList<Markdown::Block> blocks = m_deploying.blocks();
+    QStringList lines = blocks.first().code.split(QLatin1Char('\n'));
+    const auto carriesModule = [](const QString &line) {
+        return line.startsWith(QLatin1String("install(DIRECTORY"))
+                || line.startsWith(QLatin1String("set_target_properties"));
+    };
+    QCOMPARE(std::count_if(lines.cbegin(), lines.cend(), carriesModule), 2);
+    lines.erase(std::remove_if(lines.begin(), lines.end(), carriesModule), lines.end());
+    QCOMPARE(blocks.last().language, QStringLiteral("cmake"));
+    write(QStringLiteral("CMakeLists.txt"),
+          (lines.join(QLatin1Char('\n')) + blocks.last().code).toUtf8());
+    const Result built = build();
+    QVERIFY2(built.exitCode == 0, built.output.constData());
+    QVERIFY(qputenv(
+            "QML2_IMPORT_PATH",
+            QFile::encodeName(m_prefix.filePath(QStringLiteral(TAVOLINS_QML_INSTALL_DIR)))));
+    const Result ran = run(folder(), folder() + QStringLiteral("/installed/bin/harbour"), {});
+    qunsetenv("QML2_IMPORT_PATH");
+    QCOMPARE(ran.output, QByteArray());
+    QCOMPARE(ran.exitCode, 42);
+}
+
+void tst_Commands::followerNoticesReplacedFiles()
+{
+    write(QStringLiteral("CMakeLists.txt"),
+          "cmake_minimum_required(VERSION 3.16)\n"
+          "project(Application LANGUAGES CXX)\n"
+          "find_package(Tavolins CONFIG REQUIRED)\n"
+          "add_executable(application main.cpp)\n"
+          "target_link_libraries(application PRIVATE Tavolins::Tavolins)\n");
+    write(QStringLiteral("main.cpp"), m_using.only(QStringLiteral("cpp")).toUtf8() + R"(
+        #include <QtCore/QElapsedTimer>
+        #include <QtCore/QSaveFile>
+        #include <QtGui/QGuiApplication>
+
+        static bool saved(QFileDevice &file, int radius)
+        {
+            file.open(QIODevice::WriteOnly);
+            file.write("{\"title\": \"T\", \"global\": {\"radius\": "
+                       + QByteArray::number(radius) + "}}");
+            auto *replacement = qobject_cast<QSaveFile *>(&file);
+            if (replacement)
+                replacement->commit();
+            else
+                file.close();
+            QElapsedTimer time;
+            for (time.start(); time.elapsed() < 10000;) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+                if (Theme::global()->radius() == radius)
+                    return true;
+            }
+            return false;
+        }
+
+        int main(int argc, char *argv[])
+        {
+            QGuiApplication application(argc, argv);
+            const EditFollower follower;
+            ThemeManager::getInstance()->loadThemes("themes", "T");
+            const QString path = ThemeManager::getInstance()->current()->filename();
+            for (int radius = 1; radius <= 3; ++radius) {
+                QSaveFile replacement(path);
+                if (!saved(replacement, radius))
+                    return radius;
+            }
+            QFile inPlace(path);
+            return saved(inPlace, 42) ? 42 : 4;
+        }
+    )");
+    const Result built = build();
+    QVERIFY2(built.exitCode == 0, built.output.constData());
+    write(QStringLiteral("themes/t.thm"), R"({ "title": "T", "global": { "radius": 0 } })");
     const Result ran = run(folder(), folder() + QStringLiteral("/build/application"), {});
     QCOMPARE(ran.output, QByteArray());
     QCOMPARE(ran.exitCode, 42);
