@@ -112,7 +112,8 @@ const QHash<QString, Expectation> &expectations()
 
 QString anchor(const QString &heading)
 {
-    return heading.toLower().remove(QRegularExpression(QStringLiteral("[^a-z0-9 -]")))
+    return heading.toLower()
+            .remove(QRegularExpression(QStringLiteral("[^a-z0-9 -]")))
             .replace(QLatin1Char(' '), QLatin1Char('-'));
 }
 
@@ -135,8 +136,7 @@ void tst_Pages::writeThemes(const QString &themes)
 {
     const Markdown readme(QStringLiteral("README.md"));
     const QByteArray night = m_page.only(QStringLiteral("json")).toUtf8();
-    write(themes + QStringLiteral("/harbour.thm"),
-          readme.only(QStringLiteral("json")).toUtf8());
+    write(themes + QStringLiteral("/harbour.thm"), readme.only(QStringLiteral("json")).toUtf8());
     write(themes + QStringLiteral("/night.thm"), night);
     QByteArray silent = night;
     silent.replace("\"header\"", "\"other\"").replace("Night", "Silent");
@@ -159,7 +159,8 @@ QString tst_Pages::run(const QString &heading, const QString &probe)
                              "}\n")
                       .arg(folder() + QStringLiteral("/an application"),
                            piece(heading, QStringLiteral("qml")), probe);
-    code.replace(QStringLiteral("import Tavolins "), QStringLiteral("import " TAVOLINS_QML_URI " "));
+    code.replace(QStringLiteral("import Tavolins "),
+                 QStringLiteral("import " TAVOLINS_QML_URI " "));
     const QString file = write(QStringLiteral("an application/main.qml"), code.toUtf8());
 
     QProcess process;
@@ -188,8 +189,8 @@ void tst_Pages::paths_data()
     QCOMPARE(rows.size(), 5);
     for (const QStringList &row : rows) {
         const QString written = Markdown::codeIn(row.at(0)).value(0);
-        QTest::newRow(qPrintable(written))
-                << written.mid(1, written.size() - 2) << (row.at(1) == QLatin1String("nothing") ? 0 : 2);
+        QTest::newRow(qPrintable(written)) << written.mid(1, written.size() - 2)
+                                           << (row.at(1) == QLatin1String("nothing") ? 0 : 2);
     }
 }
 
@@ -272,8 +273,8 @@ void tst_Pages::linksLeadSomewhere()
         if (match.captured(2).isEmpty())
             continue;
         QStringList anchors;
-        const QStringList headings = Markdown(root.relativeFilePath(QDir::cleanPath(file)))
-                                             .headings();
+        const QStringList headings =
+                Markdown(root.relativeFilePath(QDir::cleanPath(file))).headings();
         for (const QString &heading : headings)
             anchors.append(anchor(heading));
         QVERIFY2(anchors.contains(match.captured(2)), qPrintable(match.captured(0)));
