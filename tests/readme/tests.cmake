@@ -27,9 +27,12 @@ if(NOT TAVOLINS_SANITIZE)
         TAVOLINS_BUILD_DIR="${PROJECT_BINARY_DIR}"
         TAVOLINS_QML_INSTALL_DIR="${TAVOLINS_QML_INSTALL_DIR}"
         TAVOLINS_CMAKE="${CMAKE_COMMAND}"
+        TAVOLINS_CTEST="${CMAKE_CTEST_COMMAND}"
         TAVOLINS_CXX_COMPILER="${CMAKE_CXX_COMPILER}")
-    if(TARGET tavolins_qmltypes)
-        # What the test installs.
-        add_dependencies(tst_commands tavolins_qmltypes)
-    endif()
+    # What the test installs.
+    foreach(target tavolins_qmltypes tavolins-gallery)
+        if(TARGET ${target})
+            add_dependencies(tst_commands ${target})
+        endif()
+    endforeach()
 endif()

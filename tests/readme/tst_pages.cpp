@@ -253,7 +253,8 @@ void tst_Pages::chooserRemembers()
 void tst_Pages::linksLeadSomewhere_data()
 {
     QTest::addColumn<QString>("page");
-    for (const char *page : { "README.md", "docs/README.md", "docs/using.md" })
+    for (const char *page : { "README.md", "CONTRIBUTING.md", "docs/README.md", "docs/using.md",
+                              "examples/settings/README.md" })
         QTest::newRow(page) << QString::fromLatin1(page);
 }
 
