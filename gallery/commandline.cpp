@@ -12,15 +12,16 @@ CommandLine::CommandLine()
     , m_theme(QStringLiteral("theme"), QStringLiteral("Begins with the theme of that title."),
               QStringLiteral("TITLE"))
 {
-    m_parser.setApplicationDescription(
-            QStringLiteral("Shows a folder of themes, and follows the edits of the theme shown.\n"
-                           "\n"
-                           "Click a theme or press Up, Down or its number to switch.\n"
-                           "\n"
-                           "Exit codes:\n"
-                           "  0  all went well\n"
-                           "  1  wrong arguments, no display, or a picture can't be written\n"
-                           "  2  the folder is missing, holds no theme, or not the one asked for"));
+    m_parser.setApplicationDescription(QStringLiteral(
+            "Shows a folder of themes, and follows the edits of the theme shown.\n"
+            "\n"
+            "Click a theme or press Up, Down or its number to switch.\n"
+            "\n"
+            "Exit codes:\n"
+            "  0  all went well\n"
+            "  1  wrong arguments, no display, or --shot could not make a picture of\n"
+            "     each theme\n"
+            "  2  the folder is missing, holds no theme, or not the one asked for"));
     m_parser.addOptions({ m_help, m_version, m_shot, m_theme });
     m_parser.addPositionalArgument(QStringLiteral("folder"),
                                    QStringLiteral("Folder of *.thm files. Default: the bundled "

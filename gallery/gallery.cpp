@@ -43,22 +43,30 @@ QString whyLeftOut(const QString &path)
     const ThemeDocument document = ThemeDocument::read(path);
     if (!document.problem.isEmpty())
         return document.problem;
-    return QStringLiteral("it extends \"%1\", which no theme loaded before it is titled")
-            .arg(document.extends());
+    const QString title = document.extends();
+    const Theme *extended = ThemeManager::getInstance()->themeFromName(title);
+    if (!extended)
+        return QStringLiteral("it extends \"%1\", which no theme that loaded is titled").arg(title);
+    // Themes that wait are tried once more, in the order of their names.
+    return QStringLiteral("it extends \"%1\", which loaded too late; rename the files so that %2 "
+                          "comes first")
+            .arg(title, QFileInfo(extended->filename()).fileName());
 }
 
-void complainOfThoseLeftOut(const QDir &folder)
+/// The names of the theme files in \a folder that are not in the catalogue.
+QStringList themesLeftOut(const QDir &folder)
 {
     QStringList loaded;
     const QList<Theme *> themes = cataloguedThemes();
     for (const Theme *theme : themes)
         loaded.append(theme->filename());
+    QStringList leftOut;
     const QStringList names = folder.entryList({ QStringLiteral("*.thm") });
     for (const QString &name : names) {
-        const QString path = folder.absoluteFilePath(name);
-        if (!loaded.contains(path))
-            complain(NoThemes, QStringLiteral("%1 is left out: %2").arg(name, whyLeftOut(path)));
+        if (!loaded.contains(folder.absoluteFilePath(name)))
+            leftOut.append(name);
     }
+    return leftOut;
 }
 
 /// Fills the catalogue from \a path and makes the theme titled \a title, or the first one, current.
@@ -70,7 +78,11 @@ ExitCode loadThemes(const QString &path, const QString &title)
 
     ThemeManager *manager = ThemeManager::getInstance();
     manager->loadThemes(folder.absolutePath());
-    complainOfThoseLeftOut(folder);
+    const QStringList leftOut = themesLeftOut(folder);
+    for (const QString &name : leftOut)
+        complain(NoThemes,
+                 QStringLiteral("%1 is left out: %2")
+                         .arg(name, whyLeftOut(folder.absoluteFilePath(name))));
     const QList<Theme *> themes = cataloguedThemes();
     if (themes.isEmpty())
         return complain(
@@ -85,13 +97,24 @@ ExitCode loadThemes(const QString &path, const QString &title)
     return Success;
 }
 
-ExitCode writePictures(GalleryView &view, const QString &path)
+/// Writes the pictures into the folder \a path. A theme file of \a themeFolder that there is no
+/// picture of makes it a failure, but keeps no other from being made.
+ExitCode writePictures(GalleryView &view, const QString &themeFolder, const QString &path)
 {
     if (!QDir().mkpath(path))
         return complain(Failed, QStringLiteral("can't create the folder \"%1\"").arg(path));
     const QDir folder(path);
+    ExitCode result = themesLeftOut(QDir(themeFolder)).isEmpty() ? Success : Failed;
     const QList<Theme *> themes = cataloguedThemes();
     for (Theme *theme : themes) {
+        // The catalogue takes text that can't be parsed for a theme without any values.
+        const QString problem = ThemeDocument::read(theme->filename()).problem;
+        if (!problem.isEmpty()) {
+            result = complain(Failed,
+                              QStringLiteral("%1 can't be applied: %2")
+                                      .arg(QFileInfo(theme->filename()).fileName(), problem));
+            continue;
+        }
         ThemeManager::getInstance()->setCurrent(theme);
         const QString name = QFileInfo(theme->filename()).completeBaseName();
         const QString file = folder.filePath(name + QLatin1String(".png"));
@@ -99,7 +122,7 @@ ExitCode writePictures(GalleryView &view, const QString &path)
             return complain(Failed, QStringLiteral("can't write \"%1\"").arg(file));
         print(file);
     }
-    return Success;
+    return result;
 }
 
 } // namespace
@@ -128,9 +151,9 @@ int runGallery(int &argc, char *argv[])
         return Success;
     }
 
-    const QString folder = commandLine.folder();
-    const ExitCode loaded = loadThemes(folder.isEmpty() ? Surroundings::bundledThemes() : folder,
-                                       commandLine.theme());
+    const QString folder = commandLine.folder().isEmpty() ? Surroundings::bundledThemes()
+                                                          : commandLine.folder();
+    const ExitCode loaded = loadThemes(folder, commandLine.theme());
     if (loaded != Success)
         return loaded;
     if (!forPictures && !isVisible)
@@ -141,7 +164,7 @@ int runGallery(int &argc, char *argv[])
     if (view.status() != QQuickView::Ready)
         return complain(Failed, QStringLiteral("the QML module is not beside the executable"));
     if (forPictures)
-        return writePictures(view, commandLine.shotFolder());
+        return writePictures(view, folder, commandLine.shotFolder());
     view.show();
     return QGuiApplication::exec();
 }

@@ -3,7 +3,8 @@
 /// What the process returns.
 enum ExitCode {
     Success = 0,
-    /// Wrong arguments, no display to open a window on, or a picture that could not be written.
+    /// Wrong arguments, no display to open a window on, a picture that could not be written, or one
+    /// that is missing because its theme can't be applied.
     Failed = 1,
     /// The folder does not exist, holds no theme, or not the one that was asked for.
     NoThemes = 2

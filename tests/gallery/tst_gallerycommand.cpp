@@ -20,6 +20,9 @@ private Q_SLOTS:
     void folderWithoutThemes_data();
     void folderWithoutThemes();
     void themesLeftOutAreTold();
+    void themeWhoseParentLoadedTooLate();
+    void brokenThemeHasNoPicture_data();
+    void brokenThemeHasNoPicture();
     void windowNeedsADisplay();
     void writesAPictureOfEachTheme();
     void picturesAreAlwaysTheSame();
@@ -152,9 +155,56 @@ void tst_GalleryCommand::themesLeftOutAreTold()
     QCOMPARE(result.errors,
              QStringLiteral("tavolins-gallery: empty.thm is left out: the file is empty\n"
                             "tavolins-gallery: orphan.thm is left out: it extends \"Nobody\", "
-                            "which no theme loaded before it is titled\n"));
+                            "which no theme that loaded is titled\n"));
     QCOMPARE(result.output, QStringLiteral("shots/a.png\n"));
-    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.exitCode, 1);
+}
+
+void tst_GalleryCommand::themeWhoseParentLoadedTooLate()
+{
+    write(QStringLiteral("chain/a.thm"), R"({ "title": "A", "extends": "B" })");
+    write(QStringLiteral("chain/b.thm"), R"({ "title": "B", "extends": "C" })");
+    write(QStringLiteral("chain/c.thm"), R"({ "title": "C" })");
+    const QStringList arguments = { QStringLiteral("chain"), QStringLiteral("--shot=shots") };
+    const Result result = run(arguments);
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins-gallery: a.thm is left out: it extends \"B\", which loaded "
+                            "too late; rename the files so that b.thm comes first\n"));
+    QCOMPARE(result.output, QStringLiteral("shots/c.png\nshots/b.png\n"));
+    QCOMPARE(result.exitCode, 1);
+
+    // What it advises.
+    QVERIFY(QFile::rename(folder() + QStringLiteral("/chain/a.thm"),
+                          folder() + QStringLiteral("/chain/b2.thm")));
+    const Result renamed = run(arguments);
+    QCOMPARE(renamed.errors, QString());
+    QCOMPARE(renamed.exitCode, 0);
+}
+
+void tst_GalleryCommand::brokenThemeHasNoPicture_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("half written") << QByteArray("{\n  \"title\": \"Brok")
+                                  << QStringLiteral("line 2, column 17: unterminated string");
+    QTest::newRow("array at the root")
+            << QByteArray("[]") << QStringLiteral("the file holds no object");
+}
+
+void tst_GalleryCommand::brokenThemeHasNoPicture()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, problem);
+    write(QStringLiteral("mixed/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("mixed/broken.thm"), text);
+    write(QStringLiteral("mixed/z.thm"), R"({ "title": "Z" })");
+    const Result result = run({ QStringLiteral("mixed"), QStringLiteral("--shot=shots") });
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins-gallery: broken.thm can't be applied: %1\n").arg(problem));
+    QCOMPARE(result.output, QStringLiteral("shots/a.png\nshots/z.png\n"));
+    QCOMPARE(result.exitCode, 1);
+    QCOMPARE(QDir(folder() + QStringLiteral("/shots")).entryList(QDir::Files),
+             QStringList({ QStringLiteral("a.png"), QStringLiteral("z.png") }));
 }
 
 void tst_GalleryCommand::windowNeedsADisplay()

@@ -7,6 +7,8 @@
 int main(int argc, char *argv[])
 {
     QGuiApplication application(argc, argv);
+    // For files that store settings.
+    QCoreApplication::setOrganizationName(QStringLiteral("tavolins"));
     const QStringList arguments = application.arguments();
     if (arguments.size() != 3)
         return 3;
