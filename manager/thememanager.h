@@ -45,8 +45,8 @@ public:
     Theme *current() const;
     int currentIndex() const;
 
-    /// Adds \a theme as the last row. It stays owned by its parent; when it is destroyed, or null
-    /// in the first place, its row has no data.
+    /// Adds \a theme as the last row. It stays owned by its parent; when it is destroyed, by a
+    /// handler of the row signals for instance, or null in the first place, its row has no data.
     ///
     /// A handler of the row signals may add themes, too: they can be found by their title and made
     /// current at once, and get their rows as soon as the running insertion has reached everybody.

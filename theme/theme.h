@@ -26,10 +26,10 @@ class RunningCall;
 /// it shares the global theme's data and adds the item's class names.
 ///
 /// All values live in a ThemePrivate that several themes may share. If that data is gone (which
-/// happens only after native code deleted a theme that shared it), nothing breaks: from the next
-/// update on colors() and fonts() return groups with the defaults, radius() is 0, look-ups find
-/// nothing, setRadius() has no effect. The next assignment to the theme, or its next reload(),
-/// gives it data again; that of the global theme is shared by the items that had lost it.
+/// happens only after native code deleted it, or a theme that shared it), nothing breaks: colors()
+/// and fonts() return groups with the defaults, radius() is 0, look-ups find nothing, setRadius()
+/// has no effect. The next assignment to the theme, or its next reload(), gives it data again. An
+/// assignment to the global theme, which every switch is, makes all attached themes share its data.
 ///
 /// Themes live on the GUI thread; all their connections are direct.
 class TAVOLINS_EXPORT Theme : public QObject
@@ -70,7 +70,9 @@ public:
     static Theme *global();
 
     /// Called by the QML engine once for each \a object that uses the attached `Theme`. The
-    /// returned theme has no parent; it is released after \a object is destroyed.
+    /// returned theme has no parent; it is destroyed with \a object, of whose end a child that
+    /// \a object gets here tells it. If one of the theme's functions is running then, it follows
+    /// nothing and emits nothing any more, and is destroyed after they have returned.
     static Theme *qmlAttachedProperties(QObject *object);
 
     /// A new theme without a parent that shares the global theme's data. The caller owns it; the
@@ -111,7 +113,8 @@ public:
     /// into a new theme whose parent is this one. A radius that is negative or no whole number is
     /// passed over.
     /// \param deriveMissing see ThemeObjectColors::load().
-    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope.
+    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope; null
+    ///         when a handler destroyed that theme meanwhile.
     Theme *loadThemeScope(Theme *target, const QJsonObject &scope, bool deriveMissing);
 
     /// Does nothing: themes are never saved.

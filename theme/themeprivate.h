@@ -45,7 +45,7 @@ public:
     ThemePrivate &operator=(const ThemePrivate &other);
 
     /// Gives every value its default: the groups' own defaults, radius 0, no styles and no class
-    /// scopes. Emits only the groups' change signals.
+    /// scopes. Emits only the groups' change signals, whose handlers may destroy this object.
     void initDefaults();
 
     /// Corner radius in pixels. Theme::radius() cuts it to a whole number.

@@ -22,8 +22,8 @@ public:
 
     /// Reads the group's member \a object of a theme document.
     ///
-    /// Members of the wrong type or with unusable text leave their value as it was; nothing is
-    /// reported. Each value that changes emits its notify signal once.
+    /// What a member of the wrong type or with unusable text does is told by each group; nothing
+    /// is reported. Each value that changes emits its notify signal once.
     /// \param object the "colors" or "fonts" object; an implementation may add null members to it.
     /// \param deriveMissing whether values that the object leaves out are computed from the ones
     ///        they belong to instead of being kept.

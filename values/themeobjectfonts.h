@@ -63,7 +63,8 @@ public:
     /// The main font is always rebuilt, also when the object leaves it out. A font that is left
     /// out takes everything but its size from the font before it; headings then get the main
     /// font's size plus 5, 4, 3 and 1 points, the last two in whole points. Missing members are
-    /// added to \a object as null values. \a deriveMissing has no effect on fonts.
+    /// added to \a object as null values, and a description of the wrong type counts as left out.
+    /// \a deriveMissing has no effect on fonts.
     void load(QJsonObject &object, bool deriveMissing) override;
 
     /// Sets all six fonts to the application's default font.
@@ -73,9 +74,10 @@ public:
     ///
     /// Members: "family" (string), "pointSize" (number, multiplied by fontFactor()), "bold" and
     /// "italic" (booleans), "capitalization" ("allUppercase", "allLowercase", "smallCaps",
-    /// "capitalize", in any letter case; all else is mixed case), "letterSpacing" (number, in
-    /// pixels) and "weight" (the name of a style of the family). A member that is missing or of
-    /// the wrong type takes \a base's value; the size then is scaled as well. "weight" has the
+    /// "capitalize", in any letter case; all else, also when it is missing, is mixed case),
+    /// "letterSpacing" (number, in pixels) and "weight" (the name of a style of the family). Any
+    /// other member that is missing or of the wrong type takes \a base's value; the size then is
+    /// scaled as well. "weight" has the
     /// last word over "bold", also when it is missing: the weight is then \a base's. A size that
     /// is not above zero leaves the application's default size.
     QFont readFont(const QJsonObject &description, const QFont &base) const;
