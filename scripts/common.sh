@@ -44,6 +44,8 @@ build() {
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER=ccache
         export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+        # Without this it leaves alone whatever uses a precompiled header.
+        export CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     cmake --preset "$preset" || return 1
     cmake --build --preset "$preset" --parallel "$(nproc)" "${targets[@]}"
