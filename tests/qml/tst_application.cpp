@@ -12,7 +12,7 @@
 #include <QtTest/QtTest>
 
 /// What applications do with the module, in windows of a real engine.
-class tst_Surface : public QmlTestCase
+class tst_Application : public QmlTestCase
 {
     Q_OBJECT
 
@@ -97,13 +97,13 @@ void switchTo(const QString &title)
 
 } // namespace
 
-void tst_Surface::initTestCase()
+void tst_Application::initTestCase()
 {
     ThemeManager::getInstance();
     addModule(QStringLiteral("Tavolins"));
 }
 
-void tst_Surface::cleanup()
+void tst_Application::cleanup()
 {
     m_view.reset();
     m_engine.reset();
@@ -112,7 +112,7 @@ void tst_Surface::cleanup()
 }
 
 /// Shows a window with an item whose contents are \a body; returns the item, whose id is "root".
-QObject *tst_Surface::show(const QByteArray &body)
+QObject *tst_Application::show(const QByteArray &body)
 {
     m_engine = newEngine();
     m_view.reset(new QQuickView(m_engine.get(), nullptr));
@@ -140,7 +140,7 @@ QObject *tst_Surface::show(const QByteArray &body)
 
 /// Writes a light and a dark theme, loads them and makes the light one current. Returns the path
 /// of the light one's file.
-QString tst_Surface::loadPair(int lightRadius, int darkRadius)
+QString tst_Application::loadPair(int lightRadius, int darkRadius)
 {
     m_light = uniqueTitle("Light");
     m_dark = uniqueTitle("Dark");
@@ -152,7 +152,7 @@ QString tst_Surface::loadPair(int lightRadius, int darkRadius)
     return path;
 }
 
-void tst_Surface::attachedFollows_data()
+void tst_Application::attachedFollows_data()
 {
     QTest::addColumn<QByteArray>("body");
 
@@ -187,7 +187,7 @@ void tst_Surface::attachedFollows_data()
                           "Component.onCompleted: kept = c.createObject(null)");
 }
 
-void tst_Surface::attachedFollows()
+void tst_Application::attachedFollows()
 {
     QFETCH(QByteArray, body);
 
@@ -232,7 +232,7 @@ void tst_Surface::attachedFollows()
     QCOMPARE(foreground(probe), darkText);
 }
 
-void tst_Surface::loaderToggledByAHandler()
+void tst_Application::loaderToggledByAHandler()
 {
     loadPair();
     QObject *root = show(R"(
@@ -264,7 +264,7 @@ void tst_Surface::loaderToggledByAHandler()
     QCOMPARE(root->property("mine").value<QColor>(), darkText);
 }
 
-void tst_Surface::delegatesRecycledWhileSwitching()
+void tst_Application::delegatesRecycledWhileSwitching()
 {
     loadPair();
     QObject *root = show(R"(
@@ -304,7 +304,7 @@ void tst_Surface::delegatesRecycledWhileSwitching()
     }
 }
 
-void tst_Surface::switchInABinding()
+void tst_Application::switchInABinding()
 {
     loadPair();
     const QString light = m_light;
@@ -332,7 +332,7 @@ void tst_Surface::switchInABinding()
     QCOMPARE(foreground(root), lightText);
 }
 
-void tst_Surface::modelInAListView()
+void tst_Application::modelInAListView()
 {
     FlatModel model(&manager());
     const QAbstractItemModelTester tester(&model,
@@ -385,7 +385,7 @@ void tst_Surface::modelInAListView()
     check(manager().currentIndex());
 }
 
-void tst_Surface::rolesInARepeater()
+void tst_Application::rolesInARepeater()
 {
     loadPair();
     QObject *root = show(R"(
@@ -416,7 +416,7 @@ void tst_Surface::rolesInARepeater()
     QCOMPARE(root->property("radii").value<QJSValue>().toVariant().toList(), radii);
 }
 
-void tst_Surface::pointerSurvivesGarbageCollection()
+void tst_Application::pointerSurvivesGarbageCollection()
 {
     QList<QPointer<Theme>> themes;
     for (int i = 0; i < 5; ++i) {
@@ -450,7 +450,7 @@ void tst_Surface::pointerSurvivesGarbageCollection()
         delete theme;
 }
 
-void tst_Surface::loadFromQml()
+void tst_Application::loadFromQml()
 {
     const QString a = uniqueTitle("A");
     const QString b = uniqueTitle("B");
@@ -478,7 +478,7 @@ void tst_Surface::loadFromQml()
     QCOMPARE(current.count(), 1);
 }
 
-void tst_Surface::currentFromQml()
+void tst_Application::currentFromQml()
 {
     loadPair();
     QObject *root = show(R"(
@@ -504,7 +504,7 @@ void tst_Surface::currentFromQml()
     QCOMPARE(foreground(root), darkText);
 }
 
-void tst_Surface::currentIndexFromQml()
+void tst_Application::currentIndexFromQml()
 {
     loadPair();
     QObject *root = show(R"(
@@ -526,7 +526,7 @@ void tst_Surface::currentIndexFromQml()
     }
 }
 
-void tst_Surface::currentChangedFromQml()
+void tst_Application::currentChangedFromQml()
 {
     loadPair();
     QObject *root = show(R"(
@@ -545,7 +545,7 @@ void tst_Surface::currentChangedFromQml()
              QStringList({ m_dark + QLatin1String(" 8 8"), m_light + QLatin1String(" 2 2") }));
 }
 
-void tst_Surface::writeColors()
+void tst_Application::writeColors()
 {
     loadPair();
     QObject *root = show(R"(
@@ -571,7 +571,7 @@ void tst_Surface::writeColors()
     QCOMPARE(foreground(root), lightText);
 }
 
-void tst_Surface::writeFonts()
+void tst_Application::writeFonts()
 {
     loadPair();
     QObject *root = show(R"(
@@ -586,7 +586,7 @@ void tst_Surface::writeFonts()
     QCOMPARE(Theme::global()->fonts()->h2Font(), font);
 }
 
-void tst_Surface::writeRadius()
+void tst_Application::writeRadius()
 {
     loadPair();
     QObject *root = show(R"(
@@ -608,7 +608,7 @@ void tst_Surface::writeRadius()
     QCOMPARE(root->property("siblingTold").toInt(), 0);
 }
 
-void tst_Surface::writeClassnames()
+void tst_Application::writeClassnames()
 {
     loadPair();
     QObject *root = show(R"(
@@ -636,7 +636,7 @@ void tst_Surface::writeClassnames()
                            QStringLiteral("themeObject"), QStringLiteral("classnames") }));
 }
 
-void tst_Surface::writeTitle()
+void tst_Application::writeTitle()
 {
     loadPair();
     QObject *root = show(R"(
@@ -654,7 +654,7 @@ void tst_Surface::writeTitle()
     QCOMPARE(Theme::global()->filename(), QString());
 }
 
-void tst_Surface::readOnlyMembers_data()
+void tst_Application::readOnlyMembers_data()
 {
     QTest::addColumn<QByteArray>("statement");
 
@@ -663,7 +663,7 @@ void tst_Surface::readOnlyMembers_data()
     QTest::newRow("font factor") << QByteArray("Theme.fonts.fontFactor = 1");
 }
 
-void tst_Surface::readOnlyMembers()
+void tst_Application::readOnlyMembers()
 {
     QFETCH(const QByteArray, statement);
 
@@ -678,7 +678,7 @@ void tst_Surface::readOnlyMembers()
     QCOMPARE(Theme::global()->fonts()->fontFactor(), 0.75);
 }
 
-void tst_Surface::callSlots()
+void tst_Application::callSlots()
 {
     loadPair();
     QObject *root = show(R"(
@@ -698,7 +698,7 @@ void tst_Surface::callSlots()
     QCOMPARE(root->property("noVariant").toString(), QString());
 }
 
-void tst_Surface::stylesThroughALoader()
+void tst_Application::stylesThroughALoader()
 {
     const auto style = [&](const char *name) {
         write(QLatin1String("themes/styles/") + QLatin1String(name) + QLatin1String(".qml"),
@@ -733,7 +733,7 @@ void tst_Surface::stylesThroughALoader()
     QCOMPARE(foreground(root), darkText);
 }
 
-void tst_Surface::styleFollowsTheTheme()
+void tst_Application::styleFollowsTheTheme()
 {
     // Each theme has a folder of its own; a binding that reads a changing property as well asks
     // for the style anew.
@@ -759,7 +759,7 @@ void tst_Surface::styleFollowsTheTheme()
     QCOMPARE(root->property("style").toString(), url(two));
 }
 
-void tst_Surface::reloadInPlace()
+void tst_Application::reloadInPlace()
 {
     loadPair();
     QObject *root = show(R"(
@@ -781,7 +781,7 @@ void tst_Surface::reloadInPlace()
     }
 }
 
-void tst_Surface::reloadByRename()
+void tst_Application::reloadByRename()
 {
     const QString path = loadPair();
     QObject *root = show(R"(
@@ -813,7 +813,7 @@ void tst_Surface::reloadByRename()
     QCOMPARE(foreground(root), QColor(0, 0, 63));
 }
 
-void tst_Surface::extendsLaterFile()
+void tst_Application::extendsLaterFile()
 {
     const QByteArray parent = uniqueTitle("Parent").toUtf8();
     const QByteArray child = uniqueTitle("Child").toUtf8();
@@ -840,7 +840,7 @@ void tst_Surface::extendsLaterFile()
     QCOMPARE(root->property("mine").value<QColor>(), QColor(255, 0, 0));
 }
 
-void tst_Surface::resourceThemes()
+void tst_Application::resourceThemes()
 {
     QObject *root = show(R"(
         property color fg: Theme.colors.foreground
@@ -862,7 +862,7 @@ void tst_Surface::resourceThemes()
     QCOMPARE(root->property("rounding").toInt(), 2);
 }
 
-void tst_Surface::resourceStyle()
+void tst_Application::resourceStyle()
 {
     manager().loadThemes(QStringLiteral(":/themes"), QStringLiteral("resource light"));
     QObject *root = show(R"(
@@ -875,5 +875,5 @@ void tst_Surface::resourceStyle()
     QCOMPARE(root->property("text").toString(), QStringLiteral("badge from the resources"));
 }
 
-TAVOLINS_TEST_MAIN(tst_Surface)
-#include "tst_surface.moc"
+TAVOLINS_TEST_MAIN(tst_Application)
+#include "tst_application.moc"
