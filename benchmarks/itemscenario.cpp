@@ -4,6 +4,7 @@
 #include "evaluations.h"
 #include "look.h"
 #include "phase.h"
+#include "tests/support/heap.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>

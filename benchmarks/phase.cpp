@@ -3,7 +3,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 
-#include <malloc.h>
 #include <valgrind/callgrind.h>
 
 Phase::Phase(const char *name)
@@ -27,12 +26,6 @@ double Phase::finish()
 {
     CALLGRIND_DUMP_STATS_AT(m_name);
     return double(m_nanoseconds);
-}
-
-qint64 heapInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return qint64(info.uordblks + info.hblkhd);
 }
 
 void settle()

@@ -22,8 +22,5 @@ private:
     qint64 m_nanoseconds = 0;
 };
 
-/// Bytes that the heap holds at this moment.
-qint64 heapInUse();
-
 /// What an application's event loop would do now: pending events, then deferred deletions.
 void settle();

@@ -1,5 +1,7 @@
 #include "manager/thememanager.h"
 #include "qml/qmltestcase.h"
+#include "support/heap.h"
+#include "support/receivers.h"
 #include "support/themetext.h"
 #include "theme/theme.h"
 #include "theme/themeprivate.h"
@@ -10,22 +12,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
-#include <malloc.h>
-
 #include <functional>
 #include <vector>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TAVOLINS_TEST_UNDER_ASAN
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__)
-#define TAVOLINS_TEST_UNDER_ASAN
-#endif
-#if defined(TAVOLINS_TEST_UNDER_ASAN)
-#include <sanitizer/allocator_interface.h>
-#endif
 
 /// Attached themes end with their items and take nothing along that others use.
 class tst_Lifetime : public QmlTestCase
@@ -70,25 +58,10 @@ QObject *sharedData()
     return Theme::global()->colors()->parent();
 }
 
-/// How many slots are connected to the shared data's signal. QObject keeps that to its subclasses.
-class Receivers : private QObject
+/// How many themes follow the shared data.
+int followerCount()
 {
-public:
-    static int ofUpdateTheme(const QObject *data)
-    {
-        return (data->*&Receivers::receivers)(SIGNAL(updateTheme()));
-    }
-};
-
-/// Bytes in use on the heap.
-qint64 heapInUse()
-{
-#if defined(TAVOLINS_TEST_UNDER_ASAN)
-    return qint64(__sanitizer_get_current_allocated_bytes());
-#else
-    const struct mallinfo2 info = mallinfo2();
-    return qint64(info.uordblks) + qint64(info.hblkhd);
-#endif
+    return receiverCount(sharedData(), SIGNAL(updateTheme()));
 }
 
 /// Runs what deleteLater() has put off. Qt drops the handled entries of its event list only when
@@ -152,7 +125,7 @@ void tst_Lifetime::manyItems()
     const std::unique_ptr<QObject> survivor(component.create());
     QVERIFY(survivor);
 
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     QVERIFY(connections >= 2); // the global theme's and the survivor's at least
     qint64 heapAfterWarmUp = 0;
     for (int round = 1; round <= rounds; ++round) {
@@ -165,13 +138,13 @@ void tst_Lifetime::manyItems()
             themes.append(Theme::attachedTheme(items.back().get()));
             QVERIFY(themes.last());
         }
-        QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections + itemsARound);
+        QCOMPARE(followerCount(), connections + itemsARound);
         if (switching)
             manager().setCurrent(round % 2 ? a : b);
         QCOMPARE(items.front()->property("fg").value<QColor>(), QColor(0, 0, 255));
 
         items.clear();
-        QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+        QCOMPARE(followerCount(), connections);
         for (const QPointer<Theme> &theme : qAsConst(themes))
             QVERIFY(!theme);
         settle();
@@ -203,7 +176,7 @@ void tst_Lifetime::manySwitches()
         items.push_back(create(engine.get(), itemQml));
         QVERIFY(items.back());
     }
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     qint64 heapAfterWarmUp = 0;
     // The engine's list of freed wrappers takes some hundred switches to reach its size.
     const int warmUp = 1000;
@@ -216,7 +189,7 @@ void tst_Lifetime::manySwitches()
         if (i == warmUp)
             heapAfterWarmUp = heapInUse();
     }
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
     for (const auto &item : items)
         QVERIFY(Theme::attachedTheme(item.get())->children().size() <= 1);
     const qint64 growth = heapInUse() - heapAfterWarmUp;
@@ -256,14 +229,14 @@ void tst_Lifetime::survivorsFollow()
 void tst_Lifetime::itemBeforeEngine()
 {
     makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     auto engine = newEngine();
     auto item = create(engine.get(), itemQml);
     QVERIFY(item);
     const QPointer<Theme> theme(Theme::attachedTheme(item.get()));
     QVERIFY(theme);
     item.reset();
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
     deleteDeferred();
     QVERIFY(!theme);
     engine.reset();
@@ -273,7 +246,7 @@ void tst_Lifetime::itemBeforeEngine()
 void tst_Lifetime::itemAfterEngine()
 {
     makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     auto engine = newEngine();
     auto item = create(engine.get(), itemQml);
     QVERIFY(item);
@@ -285,7 +258,7 @@ void tst_Lifetime::itemAfterEngine()
     QVERIFY(theme);
     QCOMPARE(theme->radius(), 2);
     item.reset();
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
     deleteDeferred();
     QVERIFY(!theme);
     QCOMPARE(Theme::global()->radius(), 2);
@@ -294,12 +267,12 @@ void tst_Lifetime::itemAfterEngine()
 void tst_Lifetime::attachedThemeEndsWithItsItem()
 {
     makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     auto item = std::make_unique<QObject>();
     const QPointer<Theme> theme(Theme::qmlAttachedProperties(item.get()));
     item.reset();
     QVERIFY(!theme);
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
 }
 
 void tst_Lifetime::attachedThemeStaysWhileItsFunctionsRun()
@@ -505,12 +478,12 @@ void tst_Lifetime::itemDestroyedWithoutAnEventLoop()
 {
     // Ten thousand items while no event is handled: each has let go of the data at once.
     makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     for (int i = 0; i < 10000; ++i) {
         const QObject item;
         Theme::qmlAttachedProperties(const_cast<QObject *>(&item));
     }
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
     QSignalSpy update(Theme::global(), &Theme::needUpdate);
     makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2));
     QCOMPARE(update.count(), 4);
@@ -616,7 +589,7 @@ void tst_Lifetime::manyEngines()
 {
     Theme *a = makeCurrent(QStringLiteral("a.thm"), themeText(uniqueTitle("A"), 1));
     Theme *b = makeCurrent(QStringLiteral("b.thm"), themeText(uniqueTitle("B"), 2));
-    const int connections = Receivers::ofUpdateTheme(sharedData());
+    const int connections = followerCount();
     for (int i = 0; i < 10; ++i) {
         const auto engine = newEngine();
         const auto item = create(engine.get(), R"(
@@ -630,7 +603,7 @@ void tst_Lifetime::manyEngines()
         QCOMPARE(item->property("row").toInt(), manager().currentIndex());
     }
     deleteDeferred();
-    QCOMPARE(Receivers::ofUpdateTheme(sharedData()), connections);
+    QCOMPARE(followerCount(), connections);
 }
 
 TAVOLINS_TEST_MAIN(tst_Lifetime)

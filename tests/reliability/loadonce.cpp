@@ -7,6 +7,7 @@
 // gave and the most memory that was in use, in KiB.
 
 #include "manager/thememanager.h"
+#include "support/themevalues.h"
 #include "theme/theme.h"
 #include "theme/themeprivate.h"
 
@@ -37,11 +38,6 @@ void write(const QString &path, const QByteArray &content)
         qFatal("can't write %s", qPrintable(path));
 }
 
-const ThemePrivate *data(const Theme &theme)
-{
-    return qobject_cast<ThemePrivate *>(theme.colors()->parent());
-}
-
 int loadDocument(const QString &folder, const QByteArray &document)
 {
     const QString path = folder + QLatin1String("/input.thm");
@@ -51,7 +47,7 @@ int loadDocument(const QString &folder, const QByteArray &document)
         qFatal("can't load %s", qPrintable(path));
     // Switching copies everything once more.
     ThemeManager::getInstance()->setCurrent(&theme);
-    return theme.title().isEmpty() ? -1 : data(*Theme::global())->classScopes.size();
+    return theme.title().isEmpty() ? -1 : dataOf(*Theme::global())->classScopes.size();
 }
 
 int loadText(const QString &folder, int size)
@@ -94,7 +90,7 @@ int loadStyles(const QString &folder, int count)
     for (int i = 0; i < count; ++i)
         write(styles + QStringLiteral("Style%1.qml").arg(i), QByteArray());
     loadDocument(folder, R"({"title": "Styles"})");
-    return data(*Theme::global())->styles.size();
+    return dataOf(*Theme::global())->styles.size();
 }
 
 int loadThemes(const QString &folder, int count)
@@ -160,7 +156,8 @@ int deleteThemes(const QString &folder, int count)
     return count;
 }
 
-/// Switches many times without an event loop, and leaves what that replaces to the end of the process.
+/// Switches many times without an event loop, and leaves what that replaces to the end of the
+/// process.
 int endWithoutLoop(const QString &folder, int count)
 {
     for (int i = 0; i < 2; ++i) {

@@ -1,6 +1,7 @@
 #include "manager/thememanager.h"
-#include "reliability/look.h"
 #include "reliability/objectcount.h"
+#include "reliability/themelook.h"
+#include "support/receivers.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -188,18 +189,6 @@ private:
     QStringList m_problems;
 };
 
-/// How many connections a signal has.
-struct Receivers : public QObject
-{
-    using QObject::receivers;
-};
-
-int receiverCount(const QObject *object, const char *signal)
-{
-    int (QObject::*const count)(const char *) const = &Receivers::receivers;
-    return (object->*count)(signal);
-}
-
 QByteArray imports()
 {
     return "import QtQuick 2.15\nimport QtQuick.Controls 2.15\nimport " TAVOLINS_QML_URI " 1.0\n";
@@ -347,7 +336,7 @@ private:
     void connectNatively(const Source &source, QObject *emitter, Handler *handler);
     void trigger(Trigger trigger, Scene &scene);
     void perform(Action action, Scene &scene);
-    static Look expectedLook(Action action, bool copiedAfterwards, const QString &classname);
+    static ThemeLook expectedLook(Action action, bool copiedAfterwards, const QString &classname);
     void checkProbes(Action action, bool copiedAfterwards, const Scene &scene);
     void checkConnections(const Scene &scene);
     void runRow(const Source &source, Action action, bool inQml);
@@ -396,7 +385,7 @@ void tst_Reentrancy::cleanupTestCase()
 Theme *tst_Reentrancy::load(const QString &name, int seed)
 {
     const QString title = QStringLiteral("%1 %2").arg(name).arg(m_row);
-    write(QStringLiteral("%1/theme.thm").arg(name), themeText(title, seed));
+    write(QStringLiteral("%1/theme.thm").arg(name), themeLookText(title, seed));
     ThemeManager *manager = ThemeManager::getInstance();
     manager->loadThemes(folder() + QLatin1Char('/') + name);
     return manager->themeFromName(title);
@@ -444,12 +433,12 @@ void tst_Reentrancy::trigger(Trigger trigger, Scene &scene)
         return;
     case EditTitle:
         write(QStringLiteral("Night/theme.thm"),
-              themeText(QStringLiteral("Midnight %1").arg(m_row), nightSeed));
+              themeLookText(QStringLiteral("Midnight %1").arg(m_row), nightSeed));
         m_night->reload();
         return;
     case LoadOtherFile: {
         const QString path = write(QStringLiteral("Night/other.thm"),
-                                   themeText(QStringLiteral("Night %1").arg(m_row), nightSeed));
+                                   themeLookText(QStringLiteral("Night %1").arg(m_row), nightSeed));
         m_night->load(path);
         return;
     }
@@ -458,9 +447,9 @@ void tst_Reentrancy::trigger(Trigger trigger, Scene &scene)
         return;
     case LoadFolder:
         write(QStringLiteral("pair/one.thm"),
-              themeText(QStringLiteral("One %1").arg(m_row), thirdSeed));
+              themeLookText(QStringLiteral("One %1").arg(m_row), thirdSeed));
         write(QStringLiteral("pair/two.thm"),
-              themeText(QStringLiteral("Two %1").arg(m_row), thirdSeed));
+              themeLookText(QStringLiteral("Two %1").arg(m_row), thirdSeed));
         manager->loadThemes(folder() + QLatin1String("/pair"));
         return;
     }
@@ -492,8 +481,9 @@ void tst_Reentrancy::perform(Action action, Scene &scene)
         return;
     case LoadAnotherFolder: {
         const QString title = QStringLiteral("Folder %1").arg(m_row);
-        write(QStringLiteral("folder/a.thm"), themeText(title + QLatin1String(" a"), thirdSeed));
-        write(QStringLiteral("folder/b.thm"), themeText(title, folderSeed));
+        write(QStringLiteral("folder/a.thm"),
+              themeLookText(title + QLatin1String(" a"), thirdSeed));
+        write(QStringLiteral("folder/b.thm"), themeLookText(title, folderSeed));
         manager->loadThemes(folder() + QLatin1String("/folder"), title);
         return;
     }
@@ -510,7 +500,7 @@ void tst_Reentrancy::perform(Action action, Scene &scene)
         const int seed = action == Reload ? editedSeed : nightSeed;
         QFile file(manager->current()->filename());
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(themeText(QStringLiteral("Edited %1").arg(m_row), seed));
+        file.write(themeLookText(QStringLiteral("Edited %1").arg(m_row), seed));
         file.close();
         QCOMPARE(manager->current()->reload(), 0);
         return;
@@ -542,22 +532,23 @@ void tst_Reentrancy::perform(Action action, Scene &scene)
     Q_UNREACHABLE();
 }
 
-Look tst_Reentrancy::expectedLook(Action action, bool copiedAfterwards, const QString &classname)
+ThemeLook tst_Reentrancy::expectedLook(Action action, bool copiedAfterwards,
+                                       const QString &classname)
 {
     switch (action) {
     case SwitchTheme:
-        return Look::ofSeed(thirdSeed, classname);
+        return ThemeLook::ofSeed(thirdSeed, classname);
     case LoadAnotherFolder:
-        return Look::ofSeed(folderSeed, classname);
+        return ThemeLook::ofSeed(folderSeed, classname);
     case Reload:
-        return Look::ofSeed(editedSeed, classname);
+        return ThemeLook::ofSeed(editedSeed, classname);
     case DeleteAttached:
         // Until the next switch, the values may be gone for all.
-        return Look::ofSeed(daySeed, classname);
+        return ThemeLook::ofSeed(daySeed, classname);
     default:
         break;
     }
-    Look look = Look::ofSeed(nightSeed, classname);
+    ThemeLook look = ThemeLook::ofSeed(nightSeed, classname);
     if (copiedAfterwards)
         return look;
     // What a class resolved to is not computed anew by a write into the shared values.
@@ -573,19 +564,19 @@ void tst_Reentrancy::checkProbes(Action action, bool copiedAfterwards, const Sce
     const QObjectList probes = scene.liveProbes();
     for (const QObject *probe : probes) {
         const Theme *theme = Theme::attachedTheme(const_cast<QObject *>(probe));
-        Look expected = expectedLook(action, copiedAfterwards, theme->classnames());
+        ThemeLook expected = expectedLook(action, copiedAfterwards, theme->classnames());
         const bool radiusStands = action == SetRadius && !copiedAfterwards;
         // A radius is announced by the one theme that it was set on, though all have it.
         if (radiusStands && probe == scene.other())
             expected.radius = writtenRadius;
-        const Look shown = Look::ofProbe(probe);
+        const ThemeLook shown = ThemeLook::ofProbe(probe);
         QVERIFY2(shown == expected,
                  qPrintable(QStringLiteral("%1 \"%2\" shows\n%3\nnot\n%4")
                                     .arg(QLatin1String(probe->metaObject()->className()),
                                          theme->classnames(), shown.text(), expected.text())));
         if (radiusStands)
             expected.radius = writtenRadius;
-        QVERIFY(Look::ofTheme(theme) == expected);
+        QVERIFY(ThemeLook::ofTheme(theme) == expected);
     }
     QCOMPARE(Theme::global()->title(), ThemeManager::getInstance()->current()->title());
 }
@@ -743,7 +734,7 @@ void tst_Reentrancy::engineDeletedInHandler()
 
     deleteDeferred();
     QCOMPARE(manager->current(), m_night.data());
-    QVERIFY(Look::ofTheme(Theme::global()) == Look::ofSeed(nightSeed));
+    QVERIFY(ThemeLook::ofTheme(Theme::global()) == ThemeLook::ofSeed(nightSeed));
     const QObject *data = Theme::global()->colors()->parent();
     QCOMPARE(receiverCount(data, SIGNAL(updateTheme())), 1);
     removeThemes();
@@ -788,8 +779,8 @@ void tst_Reentrancy::attachedThemeDeletesItself()
 
     deleteDeferred();
     manager->setCurrent(manager->current() == m_day ? m_night : m_day);
-    QVERIFY(Look::ofTheme(Theme::global()) == Look::ofTheme(manager->current()));
-    QVERIFY(Look::ofTheme(sharingTheme) == Look::ofTheme(manager->current()));
+    QVERIFY(ThemeLook::ofTheme(Theme::global()) == ThemeLook::ofTheme(manager->current()));
+    QVERIFY(ThemeLook::ofTheme(sharingTheme) == ThemeLook::ofTheme(manager->current()));
     removeThemes();
 }
 
@@ -857,8 +848,8 @@ void tst_Reentrancy::rowsKeepTheirOrderInViews()
 void tst_Reentrancy::reloadDuringTheOnlyCopy_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::newRow("new values") << themeText(QStringLiteral("Title"), editedSeed);
-    QTest::newRow("new title") << themeText(QStringLiteral("Other title"), nightSeed);
+    QTest::newRow("new values") << themeLookText(QStringLiteral("Title"), editedSeed);
+    QTest::newRow("new title") << themeLookText(QStringLiteral("Other title"), nightSeed);
 }
 
 /// A theme outside of the catalogue is copied once by a switch. What a handler has it read anew
@@ -868,7 +859,7 @@ void tst_Reentrancy::reloadDuringTheOnlyCopy()
     QFETCH(QByteArray, text);
     ThemeManager *manager = ThemeManager::getInstance();
     const QString path = write(QStringLiteral("theme.thm"),
-                               themeText(QStringLiteral("Title"), nightSeed));
+                               themeLookText(QStringLiteral("Title"), nightSeed));
     Theme theme;
     QCOMPARE(theme.load(path), 0);
     QObject object;
@@ -881,7 +872,7 @@ void tst_Reentrancy::reloadDuringTheOnlyCopy()
     });
     manager->setCurrent(&theme);
     QCOMPARE(handler.runs(), 1);
-    QVERIFY(Look::ofTheme(attached) == Look::ofTheme(&theme));
+    QVERIFY(ThemeLook::ofTheme(attached) == ThemeLook::ofTheme(&theme));
     QCOMPARE(Theme::global()->title(), theme.title());
 }
 
@@ -890,9 +881,9 @@ void tst_Reentrancy::themeReplacedAtItsAddress()
 {
     ThemeManager *manager = ThemeManager::getInstance();
     const QString night = write(QStringLiteral("night.thm"),
-                                themeText(QStringLiteral("Night"), nightSeed));
+                                themeLookText(QStringLiteral("Night"), nightSeed));
     const QString third = write(QStringLiteral("third.thm"),
-                                themeText(QStringLiteral("Third"), thirdSeed));
+                                themeLookText(QStringLiteral("Third"), thirdSeed));
     alignas(Theme) char place[sizeof(Theme)];
     auto *theme = new (place) Theme;
     theme->load(night);
@@ -909,7 +900,7 @@ void tst_Reentrancy::themeReplacedAtItsAddress()
     manager->setCurrent(theme);
     QCOMPARE(handler.runs(), 1);
     QCOMPARE(manager->current(), theme);
-    QVERIFY(Look::ofTheme(attached) == Look::ofSeed(thirdSeed));
+    QVERIFY(ThemeLook::ofTheme(attached) == ThemeLook::ofSeed(thirdSeed));
     theme->~Theme();
 }
 
@@ -919,7 +910,7 @@ void tst_Reentrancy::waitingThemeDestroyedWhileFolderLoads()
 {
     ThemeManager *manager = ThemeManager::getInstance();
     write(QStringLiteral("themes/a.thm"), "{\"title\": \"A\", \"extends\": \"B\"}");
-    write(QStringLiteral("themes/b.thm"), themeText(QStringLiteral("B"), daySeed));
+    write(QStringLiteral("themes/b.thm"), themeLookText(QStringLiteral("B"), daySeed));
     const int rowsBefore = manager->rowCount();
     Handler handler;
     connectNatively({ Manager, "rowsInserted(QModelIndex,int,int)", LoadFolder, false }, manager,
@@ -940,7 +931,7 @@ void tst_Reentrancy::themeDestroyedByItsFonts()
     QVERIFY(QFile::exists(font));
     QVERIFY(QDir(folder()).mkpath(QStringLiteral("themes/fonts")));
     QVERIFY(QFile::copy(font, folder() + QLatin1String("/themes/fonts/font.ttf")));
-    write(QStringLiteral("themes/a.thm"), themeText(QStringLiteral("A"), daySeed));
+    write(QStringLiteral("themes/a.thm"), themeLookText(QStringLiteral("A"), daySeed));
     ThemeManager *manager = ThemeManager::getInstance();
     const int rowsBefore = manager->rowCount();
     Handler handler;

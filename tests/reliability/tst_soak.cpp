@@ -1,5 +1,7 @@
 #include "manager/thememanager.h"
 #include "reliability/descriptors.h"
+#include "support/heap.h"
+#include "support/receivers.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -11,20 +13,11 @@
 #include <QtQml/QQmlEngine>
 #include <QtTest/QtTest>
 
-#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <memory>
 #include <vector>
-
-#if defined(__SANITIZE_ADDRESS__)
-#define TAVOLINS_HEAP_IS_REPLACED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TAVOLINS_HEAP_IS_REPLACED
-#endif
-#endif
 
 namespace {
 
@@ -97,24 +90,19 @@ void leaveObject(QObject *object)
     liveObjects->remove(object);
 }
 
-/// A signal's number of receivers, which QObject tells only to its subclasses.
-struct Receivers : QObject
+/// How many receivers all signals of \a object have.
+int allReceivers(const QObject *object)
 {
-    static int of(const QObject *object)
-    {
-        int count = 0;
-        const QMetaObject *type = object->metaObject();
-        for (int i = 0; i < type->methodCount(); ++i) {
-            const QMetaMethod method = type->method(i);
-            if (method.methodType() != QMetaMethod::Signal)
-                continue;
-            // As the SIGNAL() macro writes it.
-            const QByteArray signal = '2' + method.methodSignature();
-            count += (object->*&Receivers::receivers)(signal.constData());
-        }
-        return count;
+    int count = 0;
+    const QMetaObject *type = object->metaObject();
+    for (int i = 0; i < type->methodCount(); ++i) {
+        const QMetaMethod method = type->method(i);
+        // As the SIGNAL() macro writes it.
+        if (method.methodType() == QMetaMethod::Signal)
+            count += receiverCount(object, ('2' + method.methodSignature()).constData());
     }
-};
+    return count;
+}
 
 /// Counts what the application delivers.
 class EventCounter : public QObject
@@ -147,14 +135,8 @@ void countObjects(Figures &figures)
     figures.connections = 0;
     for (const QObject *object : qAsConst(*liveObjects)) {
         if (object->thread() == QThread::currentThread())
-            figures.connections += Receivers::of(object);
+            figures.connections += allReceivers(object);
     }
-}
-
-qint64 heapInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return qint64(info.uordblks) + qint64(info.hblkhd);
 }
 
 } // namespace

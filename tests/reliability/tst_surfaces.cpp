@@ -1,5 +1,5 @@
 #include "manager/thememanager.h"
-#include "reliability/look.h"
+#include "reliability/themelook.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -305,8 +305,8 @@ void tst_Surfaces::loadThemes()
     ++m_row;
     const QString day = QStringLiteral("Day %1").arg(m_row);
     const QString night = QStringLiteral("Night %1").arg(m_row);
-    write(QStringLiteral("day.thm"), themeText(day, daySeed));
-    write(QStringLiteral("night.thm"), themeText(night, nightSeed));
+    write(QStringLiteral("day.thm"), themeLookText(day, daySeed));
+    write(QStringLiteral("night.thm"), themeLookText(night, nightSeed));
     ThemeManager *manager = ThemeManager::getInstance();
     manager->loadThemes(folder(), day);
     m_day = manager->current();
@@ -321,9 +321,9 @@ void tst_Surfaces::editCurrentTheme(int seed)
     Theme *current = ThemeManager::getInstance()->current();
     QFile file(current->filename());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(themeText(current->title(), seed));
+    file.write(themeLookText(current->title(), seed));
     file.close();
-    QTRY_VERIFY(Look::ofTheme(Theme::global()) == Look::ofSeed(seed));
+    QTRY_VERIFY(ThemeLook::ofTheme(Theme::global()) == ThemeLook::ofSeed(seed));
 }
 
 std::unique_ptr<QQmlEngine> tst_Surfaces::newEngine(Probes *probes)
@@ -359,9 +359,10 @@ void tst_Surfaces::check(const Probes &probes, int seed)
         // Asynchronous ends of what was before, such as a destroy(), take their time.
         const auto isRight = [&] {
             const Theme *theme = Theme::attachedTheme(probe);
-            return !probe || Look::ofProbe(probe) == Look::ofSeed(seed, theme->classnames());
+            return !probe
+                    || ThemeLook::ofProbe(probe) == ThemeLook::ofSeed(seed, theme->classnames());
         };
-        QTRY_VERIFY2(isRight(), qPrintable(probe ? Look::ofProbe(probe).text() : QString()));
+        QTRY_VERIFY2(isRight(), qPrintable(probe ? ThemeLook::ofProbe(probe).text() : QString()));
     }
 }
 
@@ -459,7 +460,7 @@ void tst_Surfaces::nativeObjects()
     }
     const auto show = [&](int seed) {
         for (const Theme *theme : qAsConst(themes)) {
-            if (!(Look::ofTheme(theme) == Look::ofSeed(seed, theme->classnames())))
+            if (!(ThemeLook::ofTheme(theme) == ThemeLook::ofSeed(seed, theme->classnames())))
                 return false;
         }
         return true;
@@ -690,8 +691,8 @@ void tst_Surfaces::bindingsThatOutliveTheItem()
     tick();
     QCOMPARE(clock.evaluations, evaluationsAfterDeath);
     QCOMPARE(sharingThemes(), 1);
-    QVERIFY(Look::ofTheme(Theme::global())
-            == Look::ofSeed(manager->current() == m_day ? daySeed : nightSeed));
+    QVERIFY(ThemeLook::ofTheme(Theme::global())
+            == ThemeLook::ofSeed(manager->current() == m_day ? daySeed : nightSeed));
 }
 
 void tst_Surfaces::listenersAfterDisconnect()

@@ -9,26 +9,26 @@
 class Theme;
 
 /// What a theme looks like: each value that items show, in one object that can be compared.
-struct Look
+struct ThemeLook
 {
     QVector<QColor> colors;
     QVector<qreal> fontSizes;
     int radius = 0;
 
-    /// The look of the theme that themeText() writes for \a seed. Two seeds below 20 have no
+    /// The look of the theme that themeLookText() writes for \a seed. Two seeds below 20 have no
     /// value in common.
-    static Look ofSeed(int seed);
+    static ThemeLook ofSeed(int seed);
 
     /// The same, on an item with the class "warning" or "quiet".
-    static Look ofSeed(int seed, const QString &classname);
+    static ThemeLook ofSeed(int seed, const QString &classname);
 
     /// What \a theme answers to native code.
-    static Look ofTheme(const Theme *theme);
+    static ThemeLook ofTheme(const Theme *theme);
 
     /// What the QML of probeText() shows.
-    static Look ofProbe(const QObject *probe);
+    static ThemeLook ofProbe(const QObject *probe);
 
-    bool operator==(const Look &other) const;
+    bool operator==(const ThemeLook &other) const;
 
     /// For messages of tests.
     QString text() const;
@@ -38,9 +38,9 @@ struct Look
 const QVector<QByteArray> &colorNames();
 const QVector<QByteArray> &fontNames();
 
-/// A theme document with the look Look::ofSeed(\a seed) and the classes "warning", which has
+/// A theme document with the look ThemeLook::ofSeed(\a seed) and the classes "warning", which has
 /// a foreground of its own, and "quiet", which has a background and a radius.
-QByteArray themeText(const QString &title, int seed);
+QByteArray themeLookText(const QString &title, int seed);
 
 /// QML declarations, for the body of any object, that bind a property to each value of the theme.
 QByteArray probeText();

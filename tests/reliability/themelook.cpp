@@ -1,4 +1,4 @@
-#include "reliability/look.h"
+#include "reliability/themelook.h"
 
 #include "theme/theme.h"
 
@@ -64,7 +64,7 @@ const QVector<QByteArray> &fontNames()
     return names;
 }
 
-QByteArray themeText(const QString &title, int seed)
+QByteArray themeLookText(const QString &title, int seed)
 {
     const int classSeed = seed + classSeedDistance;
     const QString foreground = seedColor(classSeed, warningForeground).name();
@@ -91,10 +91,10 @@ QByteArray probeText()
     return text + "property int shownRadius: Theme.radius\n";
 }
 
-Look Look::ofSeed(int seed)
+ThemeLook ThemeLook::ofSeed(int seed)
 {
     const qreal fontFactor = 0.75;
-    Look look;
+    ThemeLook look;
     for (int i = 0; i < colorNames().size(); ++i)
         look.colors.append(seedColor(seed, i));
     for (int i = 0; i < fontNames().size(); ++i)
@@ -103,9 +103,9 @@ Look Look::ofSeed(int seed)
     return look;
 }
 
-Look Look::ofSeed(int seed, const QString &classname)
+ThemeLook ThemeLook::ofSeed(int seed, const QString &classname)
 {
-    Look look = ofSeed(seed);
+    ThemeLook look = ofSeed(seed);
     if (classname == QLatin1String("warning"))
         look.colors[warningForeground] = seedColor(seed + classSeedDistance, warningForeground);
     if (classname == QLatin1String("quiet"))
@@ -113,9 +113,9 @@ Look Look::ofSeed(int seed, const QString &classname)
     return look;
 }
 
-Look Look::ofTheme(const Theme *theme)
+ThemeLook ThemeLook::ofTheme(const Theme *theme)
 {
-    Look look;
+    ThemeLook look;
     for (const QByteArray &name : colorNames())
         look.colors.append(theme->colors()->property(name.constData()).value<QColor>());
     for (const QByteArray &name : fontNames()) {
@@ -126,9 +126,9 @@ Look Look::ofTheme(const Theme *theme)
     return look;
 }
 
-Look Look::ofProbe(const QObject *probe)
+ThemeLook ThemeLook::ofProbe(const QObject *probe)
 {
-    Look look;
+    ThemeLook look;
     for (const QByteArray &name : colorNames())
         look.colors.append(probe->property(probeProperty(name).constData()).value<QColor>());
     for (const QByteArray &name : fontNames()) {
@@ -139,12 +139,12 @@ Look Look::ofProbe(const QObject *probe)
     return look;
 }
 
-bool Look::operator==(const Look &other) const
+bool ThemeLook::operator==(const ThemeLook &other) const
 {
     return colors == other.colors && fontSizes == other.fontSizes && radius == other.radius;
 }
 
-QString Look::text() const
+QString ThemeLook::text() const
 {
     QStringList words;
     for (const QColor &color : colors)
