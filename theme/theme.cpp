@@ -244,6 +244,14 @@ void Theme::themeChanged(Theme *theme)
         sendUpdate();
 }
 
+QColor Theme::complementaryColor(const QColor &baseColor)
+{
+    // Both comparisons are strict: exactly half transparent keeps the color, exactly half light
+    // asks for black.
+    const QColor reference = baseColor.alphaF() < 0.5 ? colors()->background() : baseColor;
+    return reference.lightnessF() < 0.5 ? QColor(Qt::white) : QColor(Qt::black);
+}
+
 ThemePrivate *Theme::shownData() const
 {
     if (overloaded && overloaded->d)

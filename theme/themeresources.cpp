@@ -1,4 +1,4 @@
-// Theme: the styles and fonts that lie beside a theme file, and readable foregrounds.
+// Theme: the styles and fonts that lie beside a theme file.
 
 #include "theme/theme.h"
 
@@ -49,12 +49,4 @@ void Theme::loadThemeFonts()
     const QFileInfoList files = filesBeside(m_filename, QStringLiteral("fonts"), QStringList());
     for (const QFileInfo &file : files)
         QFontDatabase::addApplicationFont(file.absoluteFilePath());
-}
-
-QColor Theme::complementaryColor(const QColor &baseColor)
-{
-    // Both comparisons are strict: exactly half transparent keeps the color, exactly half light
-    // asks for black.
-    const QColor reference = baseColor.alphaF() < 0.5 ? colors()->background() : baseColor;
-    return reference.lightnessF() < 0.5 ? QColor(Qt::white) : QColor(Qt::black);
 }
