@@ -1,5 +1,6 @@
 #include "manager/thememanager.h"
 
+#include "theme/loadstatus.h"
 #include "values/runningcall.h"
 
 #include <QtCore/QDir>
@@ -13,8 +14,6 @@ ThemeManager *ThemeManager::g_themeMng = nullptr;
 namespace {
 
 enum Role { PointerRole = Qt::UserRole + 1 };
-
-enum LoadStatus { Loaded = 0, Failed = 1, WaitsForParent = 2 };
 
 /// Only the form "qrc:/" counts as a resource here; the watcher has nothing to watch there.
 bool isWatchable(const QString &filename)

@@ -1,6 +1,7 @@
 // Theme: reading a theme document.
 
 #include "theme/deferreddeletion.h"
+#include "theme/loadstatus.h"
 #include "theme/theme.h"
 #include "values/runningcall.h"
 
@@ -30,7 +31,7 @@ int Theme::load(const QString &path)
 {
     const RunningCall self(m_calls);
     setFilename(path);
-    return self.isAlive() ? reload() : 1;
+    return self.isAlive() ? reload() : Failed;
 }
 
 int Theme::reload()
@@ -39,15 +40,15 @@ int Theme::reload()
     loadThemeFonts();
     // The application announces new fonts, and a handler may destroy this theme.
     if (!self.isAlive())
-        return 1;
+        return Failed;
 
     if (isPipeOrDevice(m_filename))
-        return 1;
+        return Failed;
     QFile file(m_filename);
     // Without a name, opening would write a line of Qt's own on the log.
     if (m_filename.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         qWarning("Couldn't open file.");
-        return 1;
+        return Failed;
     }
     const qint64 size = file.size();
     const QByteArray text = file.readAll();
@@ -55,7 +56,7 @@ int Theme::reload()
     const bool isComplete = file.error() == QFile::NoError && text.size() >= size;
     file.close();
     if (text.isEmpty() || !isComplete)
-        return 1;
+        return Failed;
     const QJsonObject document = QJsonDocument::fromJson(text).object();
 
     // A handler of the signals below may read the file again, assign to this theme or destroy it;
@@ -67,7 +68,7 @@ int Theme::reload()
     if (!parentTitle.isEmpty()) {
         const Theme *parentTheme = catalogued(parentTitle);
         if (!parentTheme)
-            return 2;
+            return WaitsForParent;
         if (parentTheme->d) {
             ensureData();
             *d = *parentTheme->d;
@@ -79,7 +80,7 @@ int Theme::reload()
         loadThemeQmlStyles();
     if (reading.isCurrent())
         sendUpdate();
-    return 0;
+    return Loaded;
 }
 
 void Theme::read(const QJsonObject &document, bool header)
