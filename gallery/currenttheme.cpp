@@ -1,7 +1,7 @@
 #include "gallery/currenttheme.h"
 
-#include "gallery/themedocument.h"
 #include "manager/thememanager.h"
+#include "theme/loadstatus.h"
 #include "theme/theme.h"
 
 #include <QtCore/QFileInfo>
@@ -11,8 +11,6 @@
 #include <tuple>
 
 namespace {
-
-enum LoadStatus { Loaded = 0, ExtendsUnknown = 2 };
 
 const int longestLineage = 32;
 
@@ -46,16 +44,16 @@ QStringList classesOf(const Theme *theme)
     return names;
 }
 
-/// The title of the nearest ancestor of \a document whose file describes the class \a name.
-QString originOf(const QString &name, ThemeDocument document)
+/// The title of the nearest ancestor of the theme in \a file that describes the class \a name.
+QString originOf(const QString &name, ThemeFile file)
 {
     QString origin;
-    for (int i = 0; i < longestLineage && !document.object.contains(name); ++i) {
-        origin = document.extends();
+    for (int i = 0; i < longestLineage && !file.object.contains(name); ++i) {
+        origin = file.extends();
         const Theme *parent = ThemeManager::getInstance()->themeFromName(origin);
         if (origin.isEmpty() || !parent)
             return QString();
-        document = ThemeDocument::read(parent->filename());
+        file = ThemeFile::read(parent->filename());
     }
     return origin;
 }
@@ -130,35 +128,31 @@ QString CurrentTheme::problem() const
 void CurrentTheme::follow(Theme *theme)
 {
     m_follower.follow(theme->filename());
-    describe(theme,
-             theme->filename().isEmpty() ? QString()
-                                         : ThemeDocument::read(theme->filename()).problem);
+    describe(theme, theme->filename().isEmpty() ? ThemeFile() : ThemeFile::read(theme->filename()));
 }
 
 void CurrentTheme::readAgain()
 {
     Theme *theme = ThemeManager::getInstance()->current();
-    const ThemeDocument document = ThemeDocument::read(theme->filename());
-    QString problem = document.problem;
-    if (problem.isEmpty() && theme->reload() == ExtendsUnknown)
-        problem = QStringLiteral("it extends \"%1\", which no theme here is titled")
-                          .arg(document.extends());
-    describe(theme, problem);
+    ThemeFile file = ThemeFile::read(theme->filename());
+    if (file.problem.isEmpty() && theme->reload() == WaitsForParent)
+        file.problem = QStringLiteral("it extends \"%1\", which no theme here is titled")
+                               .arg(file.extends());
+    describe(theme, file);
 }
 
-void CurrentTheme::describe(const Theme *theme, const QString &problem)
+void CurrentTheme::describe(const Theme *theme, const ThemeFile &file)
 {
     Description description = m_description;
     description.fileName = QFileInfo(theme->filename()).fileName();
-    description.problem = problem;
+    description.problem = file.problem;
     // While the file can't be applied, what it said before is what is shown.
-    if (problem.isEmpty()) {
-        const ThemeDocument document = ThemeDocument::read(theme->filename());
-        description.extends = document.extends();
+    if (file.problem.isEmpty()) {
+        description.extends = file.extends();
         description.classNames = classesOf(theme);
         description.classOrigins.clear();
         for (const QString &name : qAsConst(description.classNames))
-            description.classOrigins.append(originOf(name, document));
+            description.classOrigins.append(originOf(name, file));
         description.styles = stylesOf(theme);
     }
     if (description == m_description)

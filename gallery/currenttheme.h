@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gallery/themefile.h"
 #include "gallery/themefollower.h"
 
 #include <QtCore/QObject>
@@ -64,7 +65,7 @@ private:
 
     void follow(Theme *theme);
     void readAgain();
-    void describe(const Theme *theme, const QString &problem);
+    void describe(const Theme *theme, const ThemeFile &file);
 
     ThemeFollower m_follower;
     Description m_description;

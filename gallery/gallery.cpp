@@ -3,7 +3,7 @@
 #include "gallery/commandline.h"
 #include "gallery/galleryview.h"
 #include "gallery/surroundings.h"
-#include "gallery/themedocument.h"
+#include "gallery/themefile.h"
 #include "manager/thememanager.h"
 #include "theme/theme.h"
 
@@ -40,10 +40,10 @@ QList<Theme *> cataloguedThemes()
 /// Why the theme file at \a path is not in the catalogue.
 QString whyLeftOut(const QString &path)
 {
-    const ThemeDocument document = ThemeDocument::read(path);
-    if (!document.problem.isEmpty())
-        return document.problem;
-    const QString title = document.extends();
+    const ThemeFile file = ThemeFile::read(path);
+    if (!file.problem.isEmpty())
+        return file.problem;
+    const QString title = file.extends();
     const Theme *extended = ThemeManager::getInstance()->themeFromName(title);
     if (!extended)
         return QStringLiteral("it extends \"%1\", which no theme that loaded is titled").arg(title);
@@ -108,7 +108,7 @@ ExitCode writePictures(GalleryView &view, const QString &themeFolder, const QStr
     const QList<Theme *> themes = cataloguedThemes();
     for (Theme *theme : themes) {
         // The catalogue takes text that can't be parsed for a theme without any values.
-        const QString problem = ThemeDocument::read(theme->filename()).problem;
+        const QString problem = ThemeFile::read(theme->filename()).problem;
         if (!problem.isEmpty()) {
             result = complain(Failed,
                               QStringLiteral("%1 can't be applied: %2")

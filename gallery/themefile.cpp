@@ -1,4 +1,4 @@
-#include "gallery/themedocument.h"
+#include "gallery/themefile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
@@ -15,9 +15,9 @@ QString parseProblem(const QByteArray &text, QJsonParseError error)
 
 } // namespace
 
-ThemeDocument ThemeDocument::read(const QString &path)
+ThemeFile ThemeFile::read(const QString &path)
 {
-    ThemeDocument result;
+    ThemeFile result;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         result.problem = file.exists() ? QStringLiteral("the file can't be read")
@@ -37,7 +37,7 @@ ThemeDocument ThemeDocument::read(const QString &path)
     return result;
 }
 
-QString ThemeDocument::extends() const
+QString ThemeFile::extends() const
 {
     return object.value(QLatin1String("extends")).toString();
 }

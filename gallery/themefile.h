@@ -4,14 +4,14 @@
 #include <QtCore/QString>
 
 /// The text of a theme file as its author sees it, and what is wrong with it.
-struct ThemeDocument
+struct ThemeFile
 {
     QJsonObject object;
     /// Why the file can't be applied, in a sentence for its author; empty when it can.
     QString problem;
 
     /// Reads the file at \a path.
-    static ThemeDocument read(const QString &path);
+    static ThemeFile read(const QString &path);
 
     /// The title of the theme that this one extends.
     QString extends() const;
