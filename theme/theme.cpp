@@ -342,11 +342,6 @@ void Theme::release()
     DeferredDeletion::schedule(this);
 }
 
-bool Theme::isAttached() const
-{
-    return m_registry == &attachedThemes();
-}
-
 /// Whether a function of this theme is running, or one of the groups that it alone has.
 bool Theme::isInUse() const
 {
@@ -355,5 +350,5 @@ bool Theme::isInUse() const
 
 bool Theme::isDeletionScheduled() const
 {
-    return m_registry && !isAttached();
+    return m_registry && !attachedThemes().contains(this);
 }

@@ -207,7 +207,6 @@ private:
     void shareData(ThemePrivate *data);
     void followData();
     void release();
-    bool isAttached() const;
     bool isInUse() const;
     bool isDeletionScheduled() const;
     void storeTitle(const QString &title);
