@@ -48,8 +48,8 @@ private:
     template <typename Object, typename Function>
     static void takeAll(Registry<Object> &registry, const Function &function)
     {
-        while (!registry.objects().isEmpty()) {
-            Object *object = registry.objects().last();
+        while (!registry.objects().empty()) {
+            Object *object = registry.objects().back();
             registry.leave(object);
             function(object);
         }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QVector>
+#include <vector>
 
 /// A set of objects that each know their place in it, so that entering and leaving it cost the same
 /// however many there are.
@@ -14,16 +14,17 @@ public:
     void enter(Object *object)
     {
         object->m_registry = this;
-        object->m_place = m_objects.size();
-        m_objects.append(object);
+        object->m_place = int(m_objects.size());
+        m_objects.push_back(object);
     }
 
     void leave(Object *object)
     {
         // The last one takes the place.
-        Object *last = m_objects.takeLast();
+        Object *last = m_objects.back();
+        m_objects.pop_back();
         if (last != object) {
-            m_objects[object->m_place] = last;
+            m_objects[std::size_t(object->m_place)] = last;
             last->m_place = object->m_place;
         }
         object->m_registry = nullptr;
@@ -31,8 +32,8 @@ public:
 
     bool contains(const Object *object) const { return object->m_registry == this; }
 
-    const QVector<Object *> &objects() const { return m_objects; }
+    const std::vector<Object *> &objects() const { return m_objects; }
 
 private:
-    QVector<Object *> m_objects;
+    std::vector<Object *> m_objects;
 };

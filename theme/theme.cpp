@@ -76,9 +76,14 @@ Theme::~Theme()
         m_registry->leave(this);
     if (g_theme == this)
         g_theme = nullptr;
-    // Usually it ends with this one, as its child.
-    if (overloaded && overloaded->parent() != this)
-        DeferredDeletion::schedule(overloaded);
+    if (m_overloads)
+        m_overloads->overloaded = nullptr;
+    if (overloaded) {
+        overloaded->m_overloads = nullptr;
+        // Usually it ends with this one, as its child.
+        if (overloaded->parent() != this)
+            DeferredDeletion::schedule(overloaded);
+    }
     if (d && m_ownsData && !d->isInUse()) {
         delete d;
     } else if (d) {

@@ -113,7 +113,8 @@ public:
     /// into a new theme whose parent is this one. A radius that is negative or no whole number is
     /// passed over.
     /// \param deriveMissing see ThemeObjectColors::load().
-    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope; null
+    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope;
+    /// null
     ///         when a handler destroyed that theme meanwhile.
     Theme *loadThemeScope(Theme *target, const QJsonObject &scope, bool deriveMissing);
 
@@ -218,7 +219,9 @@ private:
     QString m_classnames;
     QStringList m_splitClassnames;
     QPointer<ThemePrivate> d;
-    QPointer<Theme> overloaded;
+    Theme *overloaded = nullptr;
+    // The item's theme that this one overloads.
+    Theme *m_overloads = nullptr;
     QMetaObject::Connection m_dataConnection;
     // Made when it is first asked for; what is written there concerns this theme alone.
     mutable ThemePrivate *m_absentData = nullptr;

@@ -98,9 +98,11 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
 void Theme::buildOverloaded()
 {
     // Bindings that are being evaluated may still use the old groups.
-    if (overloaded)
+    if (overloaded) {
+        overloaded->m_overloads = nullptr;
         DeferredDeletion::schedule(overloaded);
-    overloaded = nullptr;
+        overloaded = nullptr;
+    }
 
     // The first class name whose scope is not empty decides. Scopes are never combined.
     for (const QString &classname : std::as_const(m_splitClassnames)) {
@@ -109,6 +111,7 @@ void Theme::buildOverloaded()
         const auto scope = std::as_const(d->classScopes).constFind(classname);
         if (scope != d->classScopes.constEnd() && !scope->isEmpty()) {
             overloaded = new Theme(this, d->withScope(classname, *scope));
+            overloaded->m_overloads = this;
             break;
         }
     }

@@ -102,6 +102,8 @@ ThemePrivate::ThemePrivate(const ThemePrivate &other)
 /// Data with \a original's tables and \a values of its own, without a signal.
 ThemePrivate::ThemePrivate(const ThemePrivate *original, const Values &values)
     : radius(values.radius)
+    , colors(values.colors)
+    , fonts(values.fonts)
     , styles(original->styles)
     , classScopes(original->classScopes)
 {
@@ -109,8 +111,6 @@ ThemePrivate::ThemePrivate(const ThemePrivate *original, const Values &values)
     d_ptr->receiveChildEvents = false;
     colors.setParent(this);
     fonts.setParent(this);
-    colors.m_colors = values.colors;
-    fonts.m_fonts = values.fonts;
 }
 
 ThemePrivate::~ThemePrivate()

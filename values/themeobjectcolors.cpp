@@ -42,6 +42,13 @@ ThemeObjectColors::ThemeObjectColors(QObject *parent)
     groupName = QStringLiteral("colors");
 }
 
+/// A group without a parent that holds \a values from the start.
+ThemeObjectColors::ThemeObjectColors(const Values &values)
+    : m_colors(values)
+{
+    groupName = QStringLiteral("colors");
+}
+
 ThemeObjectColors::~ThemeObjectColors() = default;
 
 ThemeObjectColors &ThemeObjectColors::operator=(const ThemeObjectColors &other)

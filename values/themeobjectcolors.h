@@ -96,6 +96,8 @@ private:
     };
     typedef std::array<QColor, RoleCount> Values;
 
+    explicit ThemeObjectColors(const Values &values);
+
     void setColor(Role role, const QColor &color);
     void setColors(const Values &colors);
 

@@ -59,6 +59,15 @@ ThemeObjectFonts::ThemeObjectFonts(QObject *parent)
     groupName = QStringLiteral("fonts");
 }
 
+/// A group without a parent that holds \a values from the start. Default fonts, to be
+/// replaced at once, would cost a lock of the application's font each.
+ThemeObjectFonts::ThemeObjectFonts(const Values &values)
+    : m_fonts(values)
+    , m_fontFactor(0.75)
+{
+    groupName = QStringLiteral("fonts");
+}
+
 ThemeObjectFonts::~ThemeObjectFonts() = default;
 
 ThemeObjectFonts &ThemeObjectFonts::operator=(const ThemeObjectFonts &other)

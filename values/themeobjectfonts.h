@@ -97,6 +97,8 @@ private:
     enum Role { Main, Alternate, H1, H2, H3, H4, RoleCount };
     typedef std::array<QFont, RoleCount> Values;
 
+    explicit ThemeObjectFonts(const Values &values);
+
     static std::vector<StyleWeight> styleWeights(const QJsonObject &object, const Values &fonts);
 
     void setFont(Role role, const QFont &font);
