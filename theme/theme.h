@@ -113,8 +113,8 @@ public:
     /// into a new theme whose parent is this one. A radius that is negative or no whole number is
     /// passed over.
     /// \param deriveMissing see ThemeObjectColors::load().
-    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope; null
-    ///         when a handler destroyed that theme meanwhile.
+    /// \return the theme that was loaded into; null, and nothing is created, for an empty scope;
+    ///         null when a handler destroyed that theme meanwhile.
     Theme *loadThemeScope(Theme *target, const QJsonObject &scope, bool deriveMissing);
 
     /// Does nothing: themes are never saved.
