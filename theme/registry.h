@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 /// A set of objects that each know their place in it, so that entering and leaving it cost the same
@@ -11,11 +12,20 @@ template <typename Object>
 class Registry
 {
 public:
+    /// Of a type of this library's own: a vector of pointers to exported classes would be exported
+    /// as well.
+    struct Entry
+    {
+        Object *object;
+
+        operator Object *() const { return object; }
+    };
+
     void enter(Object *object)
     {
         object->m_registry = this;
         object->m_place = int(m_objects.size());
-        m_objects.push_back(object);
+        m_objects.push_back({ object });
     }
 
     void leave(Object *object)
@@ -24,7 +34,7 @@ public:
         Object *last = m_objects.back();
         m_objects.pop_back();
         if (last != object) {
-            m_objects[std::size_t(object->m_place)] = last;
+            m_objects[std::size_t(object->m_place)] = { last };
             last->m_place = object->m_place;
         }
         object->m_registry = nullptr;
@@ -32,8 +42,8 @@ public:
 
     bool contains(const Object *object) const { return object->m_registry == this; }
 
-    const std::vector<Object *> &objects() const { return m_objects; }
+    const std::vector<Entry> &objects() const { return m_objects; }
 
 private:
-    std::vector<Object *> m_objects;
+    std::vector<Entry> m_objects;
 };
