@@ -1,0 +1,21 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import QtQuick.Controls.impl 2.15
+import Tavolins 1.0
+import "impl"
+
+T.SplitView {
+    id: control
+
+    implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
+                            implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
+                             implicitContentHeight + topPadding + bottomPadding)
+
+    handle: Rectangle {
+        implicitWidth: control.orientation === Qt.Horizontal ? 6 : control.width
+        implicitHeight: control.orientation === Qt.Horizontal ? control.height : 6
+        color: T.SplitHandle.pressed ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.outline
+               : T.SplitHandle.hovered ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.pressed : (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).groove
+    }
+}

@@ -1,0 +1,41 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import QtQuick.Controls 2.15
+import QtQuick.Controls.impl 2.15
+import Tavolins 1.0
+import "impl"
+
+T.ToolTip {
+    id: control
+
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).raised
+
+    x: parent ? (parent.width - implicitWidth) / 2 : 0
+    y: -implicitHeight - Look.spacing
+
+    margins: Look.padding
+    padding: Look.padding
+    font: (T.ApplicationWindow.window || Look).font
+    palette: (T.ApplicationWindow.window || Look).palette
+
+    implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
+                            contentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
+                             contentHeight + topPadding + bottomPadding)
+
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+                 | T.Popup.CloseOnReleaseOutsideParent
+
+    contentItem: Text {
+        text: control.text
+        font: control.font
+        color: control.__ground.text
+        wrapMode: Text.Wrap
+    }
+
+    background: Rectangle {
+        radius: Look.radius
+        color: control.__ground.rest
+        border.color: control.__ground.outline
+    }
+}

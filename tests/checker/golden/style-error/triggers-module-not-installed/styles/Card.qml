@@ -1,0 +1,3 @@
+import Acme.Controls 1.0
+
+Item {}

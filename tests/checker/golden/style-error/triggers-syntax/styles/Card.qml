@@ -1,0 +1,5 @@
+import QtQuick 2.12
+
+Rectangle {
+    width: 4 4
+}

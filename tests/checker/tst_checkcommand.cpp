@@ -1,0 +1,495 @@
+// `tavolins check` and `tavolins explain` as commands: arguments, output, exit codes.
+
+#include "support/testcase.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+#include <QtTest/QtTest>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+class tst_CheckCommand : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void helps_data();
+    void helps();
+    void version();
+    void wrongUse_data();
+    void wrongUse();
+    void exitCodes_data();
+    void exitCodes();
+    void failuresDoNotHideProblems();
+    void codes();
+    void formats();
+    void noColorsWhenPiped();
+    void colorsAndSourceOnATerminal();
+    void colorsAreLeftOutOnRequest_data();
+    void colorsAreLeftOutOnRequest();
+    void warningsAsErrors();
+    void contrastLevels();
+    void importPaths();
+    void explains();
+    void bundledThemesAreClean();
+    void memoryIsFlatInTheNumberOfFiles();
+    void readmeSession();
+    void needsNoDisplay();
+    void everyOptionIsInManualAndCompletions();
+
+private:
+    struct Result
+    {
+        int exitCode;
+        QString output;
+        QString errors;
+    };
+    Result run(const QStringList &arguments, const QStringList &environment = QStringList());
+    Result runOnTerminal(const QString &arguments, const QStringList &environment = QStringList());
+};
+
+namespace {
+
+const int timeoutMilliseconds = 60000;
+
+QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QString contentOf(const char *path)
+{
+    QFile file(QStringLiteral(TAVOLINS_SOURCE_DIR) + QLatin1Char('/') + QLatin1String(path));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+/// Runs the tool as on a machine without a display, in which nothing is prepared for it.
+tst_CheckCommand::Result tst_CheckCommand::run(const QStringList &arguments,
+                                               const QStringList &variables)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name :
+         { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND", "XDG_RUNTIME_DIR",
+           "QML2_IMPORT_PATH", "LD_LIBRARY_PATH", "NO_COLOR" })
+        environment.remove(QLatin1String(name));
+    for (const QString &variable : variables)
+        environment.insert(variable.section(QLatin1Char('='), 0, 0),
+                           variable.section(QLatin1Char('='), 1));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder());
+    process.start(arguments.first(), arguments.mid(1));
+    if (!process.waitForFinished(timeoutMilliseconds)
+        || process.exitStatus() != QProcess::NormalExit)
+        return { -1, QString(), process.errorString() };
+    return { process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+             QString::fromUtf8(process.readAllStandardError()) };
+}
+
+/// The same on a terminal, whose line ends come back with carriage returns.
+tst_CheckCommand::Result tst_CheckCommand::runOnTerminal(const QString &arguments,
+                                                         const QStringList &variables)
+{
+    Result result = run({ QStringLiteral("script"), QStringLiteral("-qec"),
+                          QStringLiteral(TOOL_PROGRAM " ") + arguments,
+                          QStringLiteral("/dev/null") },
+                        variables);
+    result.output.remove(QLatin1Char('\r'));
+    return result;
+}
+
+namespace {
+
+/// The most memory that a check of \a path without problems takes; 0 if it does not go well.
+long peakKilobytes(const QString &path)
+{
+    const QByteArray folder = QFile::encodeName(path);
+    const pid_t child = fork();
+    if (child == 0) {
+        // Freed memory that a sanitizer keeps for a while would count as used.
+        setenv("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0", 1);
+        execl(TOOL_PROGRAM, TOOL_PROGRAM, "check", folder.constData(),
+              static_cast<char *>(nullptr));
+        _exit(127);
+    }
+    int status = 0;
+    struct rusage usage = {};
+    if (child < 0 || wait4(child, &status, 0, &usage) != child || status != 0)
+        return 0;
+    return usage.ru_maxrss;
+}
+
+QStringList tool(const char *arguments)
+{
+    return QStringList(QStringLiteral(TOOL_PROGRAM)) + words(arguments);
+}
+
+} // namespace
+
+void tst_CheckCommand::helps_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("tool") << QStringLiteral("--help") << QStringLiteral("check explain --version");
+    QTest::newRow("tool, short") << QStringLiteral("-h") << QStringLiteral("check explain");
+    QTest::newRow("check")
+            << QStringLiteral("check --help")
+            << QStringLiteral("--format --contrast --disable --only --werror --watch --import "
+                              "--list-codes --color PATH");
+    QTest::newRow("explain") << QStringLiteral("explain --help") << QStringLiteral("CODE");
+}
+
+void tst_CheckCommand::helps()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QString, expected);
+    const Result result = run(tool(arguments.toUtf8().constData()));
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errors, QString());
+    QVERIFY(result.output.startsWith(QLatin1String("Usage: tavolins ")));
+    for (const QString &word : words(expected.toUtf8().constData()))
+        QVERIFY2(result.output.contains(word), qPrintable(word));
+}
+
+void tst_CheckCommand::version()
+{
+    const Result result = run(tool("--version"));
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.output, QStringLiteral("tavolins 1.0.0\n"));
+}
+
+void tst_CheckCommand::wrongUse_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char *name, const char *arguments, const char *message) {
+        QTest::newRow(name) << QString::fromUtf8(arguments) << QString::fromUtf8(message);
+    };
+    row("no subcommand", "", "tavolins: There is no subcommand.");
+    row("unknown subcommand", "chek", "tavolins: There is no subcommand \"chek\".");
+    row("no path", "check", "tavolins check: Name a folder of themes, or theme files.");
+    row("unknown option", "check --strict .", "tavolins check: Unknown option 'strict'.");
+    row("option without its value", "check . --only",
+        "tavolins check: Missing value after '--only'.");
+    row("unknown format", "check --format xml .",
+        "tavolins check: The format \"xml\" is not text, json or sarif.");
+    row("unknown color choice", "check --color maybe .",
+        "tavolins check: The value \"maybe\" of --color is not auto, always or never.");
+    row("unknown contrast", "check --contrast A .",
+        "tavolins check: The contrast \"A\" is not AA, AAA or off.");
+    row("unknown code", "check --disable syntax-eror .",
+        "tavolins check: There is no code \"syntax-eror\". Did you mean syntax-error?");
+    row("unknown code among others", "check --only bad-radius,xyzzy .",
+        "tavolins check: There is no code \"xyzzy\".");
+    row("watching in a format of one document", "check --watch --format sarif .",
+        "tavolins check: --watch goes with the formats text and json only.");
+    row("explaining nothing", "explain", "tavolins explain: Name one code.");
+    row("explaining two", "explain bad-radius empty-file", "tavolins explain: Name one code.");
+    row("explaining an unknown code", "explain radius-bad",
+        "tavolins explain: There is no code \"radius-bad\".");
+}
+
+void tst_CheckCommand::wrongUse()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QString, message);
+    write(QStringLiteral("a.thm"), R"({ "title": "A" })");
+    const Result result = run(tool(arguments.toUtf8().constData()));
+    QCOMPARE(result.errors.section(QLatin1Char('\n'), 0, 0), message);
+    QVERIFY(result.errors.contains(QLatin1String("--help`.\n")));
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.exitCode, 2);
+}
+
+void tst_CheckCommand::exitCodes_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("lastLine");
+    const auto row = [](const char *name, const char *arguments, int exitCode, const char *line) {
+        QTest::newRow(name) << QString::fromUtf8(arguments) << exitCode << QString::fromUtf8(line);
+    };
+    row("clean", "check clean", 0, "1 theme: no problem");
+    row("note only", "check note", 0, "1 theme: 1 note");
+    row("warning", "check warning", 1, "1 theme: 1 warning");
+    row("error", "check error", 1, "1 theme: 1 error");
+    row("error that is left out", "check error --disable empty-title", 0, "1 theme: no problem");
+    row("error that is not asked for", "check error --only bad-radius", 0, "1 theme: no problem");
+    row("one file", "check mixed/clean.thm", 0, "1 theme: no problem");
+    row("two files", "check mixed/clean.thm mixed/error.thm", 1, "2 themes: 1 error");
+    row("two folders", "check clean error", 1, "2 themes: 1 error");
+    row("missing folder", "check nowhere", 2, "0 themes: no problem");
+    row("folder without themes", "check empty", 2, "0 themes: no problem");
+}
+
+void tst_CheckCommand::exitCodes()
+{
+    QFETCH(QString, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, lastLine);
+    write(QStringLiteral("clean/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("note/a.thm"), R"({ "title": "A", "global":
+        { "fonts": { "main": { "family": "No Such Family", "pointSize": 16 } } } })");
+    write(QStringLiteral("warning/a.thm"), R"({ "title": "A", "a": {} })");
+    write(QStringLiteral("error/a.thm"), R"({ "title": "" })");
+    write(QStringLiteral("mixed/clean.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("mixed/error.thm"), R"({ "title": "" })");
+    write(QStringLiteral("empty/readme.txt"), "");
+    const Result result = run(tool(arguments.toUtf8().constData()));
+    QCOMPARE(result.output.trimmed().section(QLatin1Char('\n'), -1), lastLine);
+    QCOMPARE(result.exitCode, exitCode);
+    QCOMPARE(result.errors.isEmpty(), exitCode != 2);
+}
+
+void tst_CheckCommand::failuresDoNotHideProblems()
+{
+    write(QStringLiteral("error/a.thm"), R"({ "title": "" })");
+    const Result result = run(tool("check error nowhere"));
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY(result.output.contains(QLatin1String("[empty-title]")));
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins check: there is no file or folder \"nowhere\"\n"));
+}
+
+void tst_CheckCommand::codes()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "", "global": { "radius": -1 }, "a": {} })");
+    const auto codesOf = [this](const char *arguments) {
+        QStringList codes;
+        static const QRegularExpression code(QStringLiteral("\\[([a-z0-9-]+)\\]\\n"));
+        QRegularExpressionMatchIterator matches = code.globalMatch(run(tool(arguments)).output);
+        while (matches.hasNext())
+            codes.append(matches.next().captured(1));
+        codes.sort();
+        return codes;
+    };
+    QCOMPARE(codesOf("check t"), words("bad-radius empty-scope empty-title"));
+    QCOMPARE(codesOf("check t --disable bad-radius"), words("empty-scope empty-title"));
+    QCOMPARE(codesOf("check t --disable bad-radius --disable empty-title"), words("empty-scope"));
+    QCOMPARE(codesOf("check t --disable bad-radius,empty-title"), words("empty-scope"));
+    QCOMPARE(codesOf("check t --only bad-radius,empty-title"), words("bad-radius empty-title"));
+    QCOMPARE(codesOf("check t --only bad-radius,empty-title --disable bad-radius"),
+             words("empty-title"));
+
+    const Result list = run(tool("check --list-codes"));
+    QCOMPARE(list.exitCode, 0);
+    QVERIFY(list.output.contains(
+            QRegularExpression(QStringLiteral("(^|\\n)bad-radius +error +[a-z ,]+\\n"))));
+}
+
+void tst_CheckCommand::formats()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "" })");
+    const Result json = run(tool("check t --format json"));
+    QCOMPARE(json.exitCode, 1);
+    const QJsonObject object = QJsonDocument::fromJson(json.output.toUtf8()).object();
+    QCOMPARE(object.value(QLatin1String("problems")).toArray().size(), 1);
+
+    const Result sarif = run(tool("check t --format sarif"));
+    QCOMPARE(sarif.exitCode, 1);
+    const QJsonObject log = QJsonDocument::fromJson(sarif.output.toUtf8()).object();
+    QCOMPARE(log.value(QLatin1String("version")).toString(), QStringLiteral("2.1.0"));
+
+    const Result failed = run(tool("check nowhere --format json"));
+    QCOMPARE(failed.exitCode, 2);
+    QCOMPARE(QJsonDocument::fromJson(failed.output.toUtf8())
+                     .object()
+                     .value(QLatin1String("failures"))
+                     .toArray()
+                     .size(),
+             1);
+}
+
+void tst_CheckCommand::noColorsWhenPiped()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "" })");
+    const QString plain = QStringLiteral(
+            "t/a.thm:1:12: error: the `title` is empty, so nothing can "
+            "find the theme [empty-title]\n1 theme: 1 error\n");
+    QCOMPARE(run(tool("check t"), { QStringLiteral("TERM=xterm") }).output, plain);
+    QCOMPARE(run(tool("check t --color never")).output, plain);
+    QVERIFY(run(tool("check t --color always")).output.contains(QLatin1String("\033[1;31merror")));
+}
+
+void tst_CheckCommand::colorsAndSourceOnATerminal()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("script")).isEmpty())
+        QSKIP("script, which makes a terminal, is not installed");
+    write(QStringLiteral("t/a.thm"), R"({ "title": "" })");
+    const Result result = runOnTerminal(QStringLiteral("check t"),
+                                        { QStringLiteral("TERM=xterm") });
+    QCOMPARE(result.exitCode, 1);
+    QCOMPARE(result.output,
+             QStringLiteral("\033[1mt/a.thm:1:12:\033[0m \033[1;31merror:\033[0m the `title` is "
+                            "empty, so nothing can find the theme [empty-title]\n"
+                            "    { \"title\": \"\" }\n"
+                            "    \033[32m           ^~\033[0m\n"
+                            "1 theme: 1 error\n"));
+}
+
+void tst_CheckCommand::colorsAreLeftOutOnRequest_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("variable");
+    QTest::newRow("--color never")
+            << QStringLiteral("check t --color never") << QStringLiteral("TERM=xterm");
+    QTest::newRow("NO_COLOR") << QStringLiteral("check t") << QStringLiteral("NO_COLOR=1");
+    QTest::newRow("dumb terminal") << QStringLiteral("check t") << QStringLiteral("TERM=dumb");
+}
+
+void tst_CheckCommand::colorsAreLeftOutOnRequest()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("script")).isEmpty())
+        QSKIP("script, which makes a terminal, is not installed");
+    QFETCH(QString, arguments);
+    QFETCH(QString, variable);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "" })");
+    const Result result = runOnTerminal(arguments, { variable });
+    QVERIFY(!result.output.contains(QLatin1Char('\033')));
+    // The source is there all the same.
+    QVERIFY(result.output.contains(QLatin1String("\n               ^~\n")));
+}
+
+void tst_CheckCommand::warningsAsErrors()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A", "a": {}, "global":
+        { "fonts": { "main": { "family": "No Such Family", "pointSize": 16 } } } })");
+    QVERIFY(run(tool("check t")).output.endsWith(QLatin1String("1 theme: 1 warning, 1 note\n")));
+    const Result result = run(tool("check t --werror"));
+    QVERIFY(result.output.endsWith(QLatin1String("1 theme: 1 error, 1 note\n")));
+    QVERIFY(result.output.contains(QLatin1String("error: the class `a` is empty")));
+}
+
+void tst_CheckCommand::contrastLevels()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A", "global": { "colors": {
+        "foreground": "#666666", "lighterForeground": "#666666", "darkerForeground": "#666666",
+        "background": "#ffffff", "lighterBackground": "#ffffff", "darkerBackground": "#ffffff"
+        } } })");
+    QCOMPARE(run(tool("check t")).exitCode, 0);
+    QCOMPARE(run(tool("check t --contrast AA")).exitCode, 0);
+    QCOMPARE(run(tool("check t --contrast AAA")).output.count(QLatin1String("; texts need 7 [")),
+             3);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A", "global": { "colors": {
+        "foreground": "#ffffff", "background": "#ffffff" } } })");
+    QCOMPARE(run(tool("check t --contrast aa")).exitCode, 1);
+    QCOMPARE(run(tool("check t --contrast off")).exitCode, 0);
+}
+
+void tst_CheckCommand::importPaths()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("t/styles/Card.qml"), "import Acme 1.0\nPart {}\n");
+    write(QStringLiteral("modules/Acme/qmldir"), "module Acme\nPart 1.0 Part.qml\n");
+    write(QStringLiteral("modules/Acme/Part.qml"), "import QtQml 2.0\nQtObject {}\n");
+    QCOMPARE(run(tool("check t")).exitCode, 1);
+    const Result result = run(tool("check t --import modules"));
+    QCOMPARE(result.output, QStringLiteral("1 theme: no problem\n"));
+}
+
+void tst_CheckCommand::explains()
+{
+    const Result result = run(tool("explain bad-radius"));
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errors, QString());
+    QVERIFY(result.output.startsWith(QLatin1String("bad-radius (error): ")));
+    QVERIFY(result.output.contains(QLatin1String("\"radius\": 4.5")));
+}
+
+void tst_CheckCommand::bundledThemesAreClean()
+{
+    const Result result = run(tool("check " TAVOLINS_SOURCE_DIR "/themes"));
+    QCOMPARE(result.output, QStringLiteral("5 themes: no problem\n"));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void tst_CheckCommand::memoryIsFlatInTheNumberOfFiles()
+{
+    const QByteArray scope = R"({ "colors": { "foreground": "#102030", "background": "#ffffff",
+        "lighterForeground": "#203040", "darkerForeground": "#000000",
+        "lighterBackground": "#ffffff", "darkerBackground": "#e8e8e8" },
+        "fonts": { "main": { "family": "DejaVu Sans", "pointSize": 16 } } })";
+    const auto peak = [&](const char *name, int count) {
+        for (int i = 0; i < count; ++i) {
+            QByteArray text = "{ \"title\": \"" + QByteArray::number(i)
+                    + "\", \"global\": " + scope;
+            for (const char *classname : { "a", "b", "c", "d", "e", "f", "g", "h", "i" })
+                text += ", \"" + QByteArray(classname) + "\": " + scope;
+            write(QStringLiteral("%1/%2.thm").arg(QLatin1String(name)).arg(i), text + " }");
+        }
+        return peakKilobytes(folder() + QLatin1Char('/') + QLatin1String(name));
+    };
+    const long few = peak("few", 100);
+    const long many = peak("many", 1000);
+    QVERIFY2(few > 0 && many - few < 4 * 900,
+             qPrintable(
+                     QStringLiteral("100 themes: %1 KB, 1,000 themes: %2 KB").arg(few).arg(many)));
+}
+
+/// The session on the README: the file that it shows, and what it shows of the check.
+void tst_CheckCommand::readmeSession()
+{
+    static const QRegularExpression session(
+            QStringLiteral("```console\n\\$ cat broken/harbour.thm\n(.*)"
+                           "\\$ tavolins check broken\n(.*)```"),
+            QRegularExpression::DotMatchesEverythingOption
+                    | QRegularExpression::InvertedGreedinessOption);
+    const QRegularExpressionMatch match = session.match(contentOf("README.md"));
+    QVERIFY(match.hasMatch());
+    write(QStringLiteral("broken/harbour.thm"), match.captured(1).toUtf8());
+    QString output = run(tool("check broken --color always")).output;
+    output.remove(QRegularExpression(QStringLiteral("\033\\[[0-9;]*m")));
+    QCOMPARE(output, match.captured(2));
+}
+
+void tst_CheckCommand::needsNoDisplay()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    const Result result = run(
+            tool("check t"),
+            { QStringLiteral("QT_QPA_PLATFORM=xcb"), QStringLiteral("DISPLAY=:4242") });
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+}
+
+void tst_CheckCommand::everyOptionIsInManualAndCompletions()
+{
+    static const QRegularExpression subcommand(QStringLiteral("^  ([a-z]+) "),
+                                               QRegularExpression::MultilineOption);
+    QString help;
+    QRegularExpressionMatchIterator subcommands = subcommand.globalMatch(
+            run(tool("--help")).output);
+    while (subcommands.hasNext()) {
+        const QString name = subcommands.next().captured(1);
+        help += run({ QStringLiteral(TOOL_PROGRAM), name, QStringLiteral("--help") }).output;
+        QVERIFY2(contentOf("tool/tavolins.1").contains(QStringLiteral(".B tavolins ") + name),
+                 qPrintable(name));
+        for (const char *file : { "tool/completions/tavolins.bash", "tool/completions/_tavolins",
+                                  "tool/completions/tavolins.fish" })
+            QVERIFY2(contentOf(file).contains(name), file);
+    }
+    QVERIFY(help.contains(QLatin1String("--werror")));
+    static const QRegularExpression option(QStringLiteral("--([a-z-]+)"));
+    QRegularExpressionMatchIterator options = option.globalMatch(help);
+    while (options.hasNext()) {
+        const QString name = options.next().captured(1);
+        QVERIFY2(contentOf("tool/tavolins.1")
+                         .contains(QString(name).replace(QLatin1String("-"), QLatin1String("\\-"))),
+                 qPrintable(name));
+        for (const char *file : { "tool/completions/tavolins.bash", "tool/completions/_tavolins",
+                                  "tool/completions/tavolins.fish" })
+            QVERIFY2(contentOf(file).contains(name), file);
+    }
+}
+
+TAVOLINS_TEST_MAIN(tst_CheckCommand)
+#include "tst_checkcommand.moc"

@@ -1,0 +1,61 @@
+#include "tool/command.h"
+
+#include <cstdio>
+
+namespace {
+
+void write(FILE *stream, const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+void print(const QString &text)
+{
+    write(stdout, text);
+}
+
+Command::Command(const QString &name, const QString &description)
+    : m_name(name)
+    , m_help(QStringList{ QStringLiteral("h"), QStringLiteral("help") },
+             QStringLiteral("Shows this text."))
+{
+    m_parser.setApplicationDescription(description);
+    m_parser.addOption(m_help);
+}
+
+bool Command::parse(const QStringList &arguments)
+{
+    if (!m_parser.parse(QStringList(QStringLiteral("tavolins ") + m_name) + arguments)) {
+        m_exitCode = refuse(m_parser.errorText());
+        return false;
+    }
+    if (m_parser.isSet(m_help)) {
+        // The parser shows the program without the subcommand.
+        QString text = m_parser.helpText();
+        const int lineEnd = text.indexOf(QLatin1Char('\n'));
+        const int options = text.indexOf(QLatin1String(" [options]"));
+        if (options >= 0 && options < lineEnd)
+            text = QStringLiteral("Usage: tavolins ") + m_name + text.mid(options);
+        print(text);
+        m_exitCode = Success;
+        return false;
+    }
+    return true;
+}
+
+int Command::complain(const QString &message) const
+{
+    write(stderr, QStringLiteral("tavolins %1: %2\n").arg(m_name, message));
+    return UsageError;
+}
+
+int Command::refuse(const QString &message) const
+{
+    complain(message);
+    write(stderr, QStringLiteral("Try `tavolins %1 --help`.\n").arg(m_name));
+    return UsageError;
+}

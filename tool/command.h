@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+enum ExitCode {
+    /// Nothing to complain of.
+    Success = 0,
+    /// There are problems.
+    ProblemsFound = 1,
+    /// Wrong arguments, or something that can't be read or written.
+    UsageError = 2
+};
+
+/// The arguments of a subcommand. Understands --help by itself.
+class Command
+{
+public:
+    /// \a description is the first paragraph of the help text.
+    Command(const QString &name, const QString &description);
+
+    /// Where the options and positional arguments of the subcommand are entered.
+    QCommandLineParser &parser() { return m_parser; }
+
+    /// Reads \a arguments, those behind the subcommand's name.
+    /// \return whether the subcommand is to go on; if not, exitCode() is what to end with, and
+    ///         what there is to say has been said.
+    bool parse(const QStringList &arguments);
+
+    int exitCode() const { return m_exitCode; }
+
+    /// Writes \a message on standard error. \return UsageError, to end with.
+    int complain(const QString &message) const;
+
+    /// Says that an argument is wrong and where help is. \return UsageError, to end with.
+    int refuse(const QString &message) const;
+
+private:
+    QString m_name;
+    QCommandLineParser m_parser;
+    QCommandLineOption m_help;
+    int m_exitCode = Success;
+};
+
+/// Writes \a text on standard output.
+void print(const QString &text);

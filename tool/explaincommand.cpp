@@ -1,0 +1,33 @@
+#include "checker/codes.h"
+#include "checker/words.h"
+#include "tool/command.h"
+#include "tool/subcommands.h"
+
+int runExplain(const QStringList &arguments)
+{
+    Command command(
+            QStringLiteral("explain"),
+            QStringLiteral("Explains a code of `tavolins check`: what it means, an example, "
+                           "and the mend. `tavolins check --list-codes` prints all codes."));
+    command.parser().addPositionalArgument(QStringLiteral("CODE"),
+                                           QStringLiteral("The code, as in brackets at the end of "
+                                                          "a problem."));
+    if (!command.parse(arguments))
+        return command.exitCode();
+    const QStringList names = command.parser().positionalArguments();
+    if (names.size() != 1)
+        return command.refuse(QStringLiteral("Name one code."));
+    const CodeInfo *info = Codes::find(names.first());
+    if (!info) {
+        const QString nearest = Words::nearest(names.first(), Codes::names());
+        return command.refuse(
+                QStringLiteral("There is no code \"%1\".%2")
+                        .arg(names.first(),
+                             nearest.isEmpty() ? QString()
+                                               : QStringLiteral(" Did you mean %1?").arg(nearest)));
+    }
+    print(QStringLiteral("%1 (%2): %3\n\n%4\n")
+                  .arg(info->name, Codes::severityName(info->severity), info->summary,
+                       Codes::page(info->code)));
+    return Success;
+}

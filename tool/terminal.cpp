@@ -1,0 +1,55 @@
+#include "tool/terminal.h"
+
+#include <QtCore/QtGlobal>
+
+#include <cstdio>
+#if defined(Q_OS_UNIX)
+#include <unistd.h>
+#else
+#include <io.h>
+#endif
+
+namespace {
+
+bool isTerminal(FILE *stream)
+{
+#if defined(Q_OS_UNIX)
+    return isatty(fileno(stream)) != 0;
+#else
+    return _isatty(_fileno(stream)) != 0;
+#endif
+}
+
+} // namespace
+
+QCommandLineOption Terminal::colorOption()
+{
+    return QCommandLineOption(QStringLiteral("color"),
+                              QStringLiteral("Prints in colors: auto (on a terminal), always or "
+                                             "never. Default: auto."),
+                              QStringLiteral("WHEN"), QStringLiteral("auto"));
+}
+
+bool Terminal::isColorChoice(const QString &choice)
+{
+    return QStringList(
+                   { QStringLiteral("auto"), QStringLiteral("always"), QStringLiteral("never") })
+            .contains(choice);
+}
+
+bool Terminal::wantsColors(const QString &choice)
+{
+    if (choice != QLatin1String("auto"))
+        return choice == QLatin1String("always");
+    return isPresent() && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
+}
+
+bool Terminal::isPresent()
+{
+    return isTerminal(stdout);
+}
+
+bool Terminal::isPresentForErrors()
+{
+    return isTerminal(stderr);
+}
