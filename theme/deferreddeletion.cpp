@@ -67,6 +67,10 @@ struct DeferredDeletion::Queue
     /// What was in use when its turn came.
     Batch *kept = nullptr;
 
+    Queue() = default;
+    Queue(const Queue &) = delete;
+    Queue &operator=(const Queue &) = delete;
+
     ~Queue()
     {
         isUnloaded = true;

@@ -287,7 +287,7 @@ private Q_SLOTS:
     void itemDiesInHandlerOfItsGroup();
 
 private:
-    void endItem(Death death, QPointer<QObject> item, QObject *root);
+    void endItem(Death death, const QPointer<QObject> &item, QObject *root);
     void loadThemes();
     void editCurrentTheme(int seed);
     static std::unique_ptr<QQmlEngine> newEngine(Probes *probes);
@@ -550,7 +550,7 @@ void tst_Surfaces::bindingsThatOutliveTheItem_data()
     }
 }
 
-void tst_Surfaces::endItem(Death death, QPointer<QObject> item, QObject *root)
+void tst_Surfaces::endItem(Death death, const QPointer<QObject> &item, QObject *root)
 {
     switch (death) {
     case DeletedNatively:
