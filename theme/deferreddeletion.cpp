@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -65,7 +64,7 @@ struct DeferredDeletion::Queue
 {
     std::vector<Batch *> batches;
     /// What was in use when its turn came.
-    Batch *kept = nullptr;
+    const std::unique_ptr<Batch> kept = std::make_unique<Batch>();
 
     Queue() = default;
     Queue(const Queue &) = delete;
@@ -74,7 +73,7 @@ struct DeferredDeletion::Queue
     ~Queue()
     {
         isUnloaded = true;
-        delete std::exchange(kept, nullptr);
+        RunningCall::whenReturned(nullptr);
         while (!batches.empty())
             delete batches.back();
     }
@@ -91,8 +90,6 @@ DeferredDeletion::Batch::~Batch()
             delete object;
             return;
         }
-        if (!all.kept)
-            all.kept = new Batch;
         all.kept->add(object);
         RunningCall::whenReturned(&DeferredDeletion::scheduleKept);
     });
@@ -108,9 +105,7 @@ DeferredDeletion::Queue &DeferredDeletion::queue()
 void DeferredDeletion::scheduleKept()
 {
     RunningCall::whenReturned(nullptr);
-    const std::unique_ptr<Batch> kept(std::exchange(queue().kept, nullptr));
-    if (kept)
-        kept->takeAll([](auto *object) { schedule(object); });
+    queue().kept->takeAll([](auto *object) { schedule(object); });
 }
 
 template <typename Object>
