@@ -5,8 +5,8 @@
 # What this Qt's qmake knows under a name, as QT_INSTALL_QML; empty where there is no qmake to ask.
 function(tavolins_query_qt result property)
     set(answer "")
-    if(TARGET Qt5::qmake)
-        get_target_property(qmake Qt5::qmake LOCATION)
+    if(TARGET Qt${TAVOLINS_QT_MAJOR}::qmake)
+        get_target_property(qmake Qt${TAVOLINS_QT_MAJOR}::qmake LOCATION)
         execute_process(COMMAND "${qmake}" -query ${property}
             OUTPUT_VARIABLE answer OUTPUT_STRIP_TRAILING_WHITESPACE
             RESULT_VARIABLE status ERROR_QUIET)
@@ -25,7 +25,7 @@ endfunction()
 function(tavolins_default_qml_dir result)
     tavolins_query_qt(qt_prefix QT_INSTALL_PREFIX)
     tavolins_query_qt(qt_qml_dir QT_INSTALL_QML)
-    set(folder "${CMAKE_INSTALL_LIBDIR}/qt5/qml")
+    set(folder "${CMAKE_INSTALL_LIBDIR}/qt${TAVOLINS_QT_MAJOR}/qml")
     if(qt_prefix AND qt_qml_dir)
         file(RELATIVE_PATH qt_folder "${qt_prefix}" "${qt_qml_dir}")
         # Qt from its own installer has the folder at the top, which is no place in other prefixes.

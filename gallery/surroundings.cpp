@@ -59,7 +59,7 @@ bool Surroundings::choosePlatform(bool forPictures)
     // Flat shapes and text only: this renderer draws them alike on every machine, and can't fail
     // for want of a graphics driver.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
-        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
     ensureRuntimeFolder();
 
     if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

@@ -54,7 +54,7 @@ Theme *ThemeManager::current() const
 
 int ThemeManager::currentIndex() const
 {
-    return themes.indexOf(current());
+    return int(themes.indexOf(current()));
 }
 
 Theme *ThemeManager::ownTheme() const
@@ -220,7 +220,7 @@ void ThemeManager::setCurrent(Theme *current)
 
     // Unique for the themes that kept their link: else it would multiply with each switch.
     connect(theme, SIGNAL(needUpdate()), this, SLOT(updateGTheme()), Qt::UniqueConnection);
-    cachedIndex = themes.indexOf(theme);
+    cachedIndex = int(themes.indexOf(theme));
     if (isWatchable(theme->filename())) {
         // The file name of an earlier theme may have been set to another one while it was watched.
         const QStringList watched = watcher.files();

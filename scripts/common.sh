@@ -10,6 +10,23 @@ fail() {
     exit 1
 }
 
+# read_qt ARGUMENT...: takes "--qt 5" or "--qt 6" off the front of the arguments. Leaves the others in
+# the array arguments, and in qt what the names of presets, groups of packages and built files end in:
+# nothing for Qt 5, 6 for Qt 6.
+read_qt() {
+    qt=
+    if [ "${1:-}" = --qt ]; then
+        case "${2:-}" in
+            5) ;;
+            6) qt=6 ;;
+            *) fail "--qt takes 5 or 6" ;;
+        esac
+        shift 2
+    fi
+    # shellcheck disable=SC2034 # for the scripts
+    arguments=("$@")
+}
+
 # install_missing GROUP...: installs the packages of these groups that are not installed yet.
 install_missing() {
     local missing=() package

@@ -5,26 +5,32 @@
 #include "values/runningcall.h"
 
 #include <QtCore/QStringList>
-#include <QtCore/QVector>
 
+#include <string_view>
 #include <utility>
 
 namespace {
 
 #if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
-const Qt::SplitBehavior keepEmptyParts = Qt::KeepEmptyParts;
 const Qt::SplitBehavior skipEmptyParts = Qt::SkipEmptyParts;
 #else
-const QString::SplitBehavior keepEmptyParts = QString::KeepEmptyParts;
 const QString::SplitBehavior skipEmptyParts = QString::SkipEmptyParts;
 #endif
 
-const QLatin1Char classSeparator(' ');
+const char16_t classSeparator = u' ';
 const QLatin1Char pathSeparator('/');
 
 QStringList splitNames(const QString &classnames)
 {
-    return classnames.isEmpty() ? QStringList() : classnames.split(classSeparator, skipEmptyParts);
+    return classnames.isEmpty() ? QStringList()
+                                : classnames.split(QChar(classSeparator), skipEmptyParts);
+}
+
+/// The characters of \a text, to be cut without copies. No class of Qt's does that in all of its
+/// versions.
+std::u16string_view viewed(const QString &text)
+{
+    return { reinterpret_cast<const char16_t *>(text.utf16()), size_t(text.size()) };
 }
 
 /// The value at \a path in \a scope; an undefined value if there is none.
@@ -56,7 +62,17 @@ void Theme::setClassnames(const QString &classnames)
 
 bool Theme::hasClassname(const QString &classname)
 {
-    return m_classnames.splitRef(classSeparator, keepEmptyParts).contains(QStringRef(&classname));
+    // Empty parts count: without class names there is one, which is the empty name.
+    const std::u16string_view wanted = viewed(classname);
+    std::u16string_view rest = viewed(m_classnames);
+    for (;;) {
+        const size_t end = rest.find(classSeparator);
+        if (rest.substr(0, end) == wanted)
+            return true;
+        if (end == std::u16string_view::npos)
+            return false;
+        rest.remove_prefix(end + 1);
+    }
 }
 
 QVariant Theme::getClassValue(const QString &path, const QVariant &defaultValue) const
@@ -66,8 +82,8 @@ QVariant Theme::getClassValue(const QString &path, const QVariant &defaultValue)
     const QStringList names = m_splitClassnames;
     const QStringList segments = path.split(pathSeparator, skipEmptyParts);
     // From the last name to the first on purpose, the reverse of buildOverloaded().
-    for (int i = names.size() - 1; i >= 0; --i) {
-        const QJsonValue value = valueAt(d->classScopes.value(names.at(i)), segments);
+    for (auto name = names.crbegin(); name != names.crend(); ++name) {
+        const QJsonValue value = valueAt(d->classScopes.value(*name), segments);
         // Later versions of Qt turn a JSON null into a valid variant.
         if (value.isNull())
             return QVariant();
@@ -81,16 +97,20 @@ QString Theme::getStyle(const QString &style, const QString &classnames)
 {
     if (!d)
         return QString();
-    const QVector<QStringRef> names = classnames.splitRef(classSeparator, skipEmptyParts);
     QString key = style + QLatin1Char('_');
-    const int stem = key.size();
-    key.reserve(stem + classnames.size());
-    for (int i = names.size() - 1; i >= 0; --i) {
-        key.truncate(stem);
-        key += names.at(i);
-        QString url = d->styles.value(key);
-        if (!url.isEmpty())
-            return url;
+    const int stem = int(key.size());
+    key.reserve(stem + int(classnames.size()));
+    // From the last name to the first.
+    for (int end = int(classnames.size()); end > 0;) {
+        const int start = int(viewed(classnames).rfind(classSeparator, size_t(end - 1))) + 1;
+        if (start < end) {
+            key.truncate(stem);
+            key.append(classnames.constData() + start, end - start);
+            QString url = d->styles.value(key);
+            if (!url.isEmpty())
+                return url;
+        }
+        end = start - 1;
     }
     return d->styles.value(style);
 }

@@ -14,6 +14,9 @@ namespace {
 /// there is no such folder.
 QFileInfoList filesBeside(const QString &filename, const QString &name, const QStringList &patterns)
 {
+    // Early versions of Qt complain on the log about the folder of no file.
+    if (filename.isEmpty())
+        return QFileInfoList();
     QDir folder = QFileInfo(filename).absoluteDir();
     if (!folder.cd(name))
         return QFileInfoList();

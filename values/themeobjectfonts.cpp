@@ -6,9 +6,6 @@
 
 namespace {
 
-// Above this weight a base font counts as bold when a description leaves "bold" out.
-const int boldThreshold = 57;
-
 // QFont refuses sizes that are not above zero with a message on the log; refusing them here
 // first has the same effect without the message.
 void setPointSize(QFont &font, double points)
@@ -196,8 +193,9 @@ QFont ThemeObjectFonts::readFont(const QJsonObject &description, const QFont &ba
     const double points =
             description.value(QStringLiteral("pointSize")).toDouble(base.pointSizeF());
     setPointSize(font, points * m_fontFactor);
+    // The scale of weights is another one in each series of Qt; its names are the same.
     const bool bold =
-            description.value(QStringLiteral("bold")).toBool(base.weight() > boldThreshold);
+            description.value(QStringLiteral("bold")).toBool(base.weight() > QFont::Medium);
     font.setWeight(bold ? QFont::Bold : QFont::Normal);
     const bool italic =
             description.value(QStringLiteral("italic")).toBool(base.style() != QFont::StyleNormal);
@@ -210,7 +208,7 @@ QFont ThemeObjectFonts::readFont(const QJsonObject &description, const QFont &ba
     // The weight always has the last word over "bold", also when the description names none.
     const QString style = styleName(description);
     const int weight = style.isEmpty() ? -1 : StyleWeight(font.family(), style).weight();
-    font.setWeight(weight == -1 ? base.weight() : weight);
+    font.setWeight(QFont::Weight(weight == -1 ? int(base.weight()) : weight));
     return font;
 }
 

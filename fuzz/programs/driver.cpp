@@ -44,7 +44,7 @@ void prepareEnvironment(char *argv[])
     } variables[] = {
         { "QT_QPA_PLATFORM", "offscreen" },
         { "QT_QUICK_BACKEND", "software" },
-        { "QT_QUICK_CONTROLS_STYLE", "Default" },
+        { "QT_QUICK_CONTROLS_STYLE", QT_VERSION_MAJOR == 5 ? "Default" : "Basic" },
         { "QT_HASH_SEED", "0" },
         { "XDG_RUNTIME_DIR", TAVOLINS_RUNTIME_FOLDER },
         { "LC_ALL", "C.UTF-8" },
@@ -114,7 +114,7 @@ Driver::Outcome Driver::start(QStringList arguments) const
     const QStringList lines = outcome.output.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         if (line.startsWith(QLatin1String("seed "))) {
-            outcome.lastSeed = line.midRef(5).toULongLong();
+            outcome.lastSeed = line.mid(5).toULongLong();
             ++outcome.started;
             problem.clear();
         } else if (problem.isEmpty()) {

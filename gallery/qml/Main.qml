@@ -19,7 +19,7 @@ Rectangle {
 
     Keys.onUpPressed: choose(ThemeManager.currentIndex - 1)
     Keys.onDownPressed: choose(ThemeManager.currentIndex + 1)
-    Keys.onPressed: {
+    Keys.onPressed: function(event) {
         if (event.key >= Qt.Key_1 && event.key <= Qt.Key_9) {
             choose(event.key - Qt.Key_1)
             event.accepted = true
@@ -36,7 +36,7 @@ Rectangle {
         }
         width: 232
         currentTheme: gallery.currentTheme
-        onChosen: {
+        onChosen: function(index) {
             gallery.forceActiveFocus()
             gallery.choose(index)
         }

@@ -179,6 +179,8 @@ void tst_Settings::remembersTheChosenTheme()
     click(item("chooser"));
     QObject *popup = item("chooser")->property("popup").value<QObject *>();
     QTRY_VERIFY(popup->property("opened").toBool());
+    // Rows get their places when the window is drawn.
+    m_window->grabWindow();
     QList<QQuickItem *> rows;
     collect(popup->property("contentItem").value<QQuickItem *>(), QString(), rows);
     const auto row = std::find_if(rows.cbegin(), rows.cend(), [](const QQuickItem *text) {

@@ -246,6 +246,14 @@ void tst_Programs::limitsOfQt_data()
 void tst_Programs::limitsOfQt()
 {
     QFETCH(const QString, path);
+    const QStringList survivedByQt6 = {
+        QStringLiteral("delegate-gone-while-completing.qml"),
+        QStringLiteral("garbage-made-in-sweep.qml"),
+        QStringLiteral("model-set-while-creating.qml"),
+        QStringLiteral("stack-cleared-while-clearing.qml"),
+    };
+    if (QT_VERSION_MAJOR > 5 && survivedByQt6.contains(QFileInfo(path).fileName()))
+        QSKIP("a limit of Qt 5");
     const Driver driver(QStringLiteral(TAVOLINS_FUZZ_PROGRAMS), folder(), Subject::StandIn);
     const Driver::Outcome outcome = driver.runFile(path);
     QVERIFY2(!outcome.failure.isEmpty(), "holds without the plugin");

@@ -270,7 +270,7 @@ void tst_GalleryCommand::runsFromAnInstallation()
     QVERIFY2(install.exitCode() == 0, install.readAllStandardError().constData());
 
     const Result result = run({ QStringLiteral("--shot=shots") },
-                              folder() + QStringLiteral("/prefix/bin/tavolins-gallery"));
+                              folder() + QStringLiteral("/prefix/bin/") + QFileInfo(QStringLiteral(GALLERY_PROGRAM)).fileName());
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts),

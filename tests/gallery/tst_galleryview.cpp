@@ -52,12 +52,13 @@ const char *const fontNames[] = {
 };
 const char *const classNames[] = { "header", "primary", "danger", "muted", "code" };
 
-/// The visible items below \a root whose type is defined in the file \a type.qml.
+/// The visible items below \a root whose type is defined in the file \a type.qml, or is that class of
+/// Qt's: the engine may derive a class of another name from it.
 void collect(QQuickItem *root, const QByteArray &type, QList<QQuickItem *> &found)
 {
     if (!root->isVisible())
         return;
-    if (QByteArray(root->metaObject()->className()).startsWith(type))
+    if (QByteArray(root->metaObject()->className()).startsWith(type) || root->inherits(type))
         found.append(root);
     const QList<QQuickItem *> children = root->childItems();
     for (QQuickItem *child : children)

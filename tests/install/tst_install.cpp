@@ -18,6 +18,7 @@ private Q_SLOTS:
     void nothingElseIsInHeaders();
     void typesAreDescribed_data();
     void typesAreDescribed();
+    void lintKnowsTheTypes();
     void descriptionNamesNoBuildPath();
     void packageAsksForThreeModulesOnly();
     void qmlRunsAgainstThePrefixAlone();
@@ -27,6 +28,9 @@ private Q_SLOTS:
     void configurationTellsWhetherQtLooksThere_data();
     void configurationTellsWhetherQtLooksThere();
     void subprojectBuildsRunsAndInstalls();
+    void bothSeriesSideBySide();
+    void projectGetsTheOneForItsQt_data();
+    void projectGetsTheOneForItsQt();
 
 private:
     QString installed(const QString &file) const;
@@ -35,6 +39,7 @@ private:
     int runQml(const QString &importPath, const QByteArray &code, QByteArray *output);
 
     QTemporaryDir m_prefix;
+    QTemporaryDir m_both;
     QByteArray m_installOutput;
 };
 
@@ -61,13 +66,15 @@ int runCMake(const QStringList &arguments, QByteArray *output,
     return run(QStringLiteral(TAVOLINS_CMAKE), arguments, output, environment);
 }
 
-/// Configures the project in \a source with the compiler of this build.
+/// Configures the project in \a source with the compiler of this build, and a Qt of the series \a
+/// qt.
 int configure(const QString &source, const QString &build, const QStringList &options,
-              QByteArray *output)
+              QByteArray *output, int qt = QT_VERSION_MAJOR)
 {
     return runCMake(
             QStringList{ QStringLiteral("-S"), source, QStringLiteral("-B"), build,
                          QStringLiteral("-GNinja"),
+                         QStringLiteral("-DTAVOLINS_QT_MAJOR=%1").arg(qt),
                          QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
                          QStringLiteral(
                                  "-DCMAKE_CXX_COMPILER_LAUNCHER=" TAVOLINS_CXX_COMPILER_LAUNCHER) }
@@ -80,10 +87,13 @@ QString testSource(const QString &folder)
     return QStringLiteral(TAVOLINS_SOURCE_DIR "/tests/install/") + folder;
 }
 
-QString whereQtLooks()
-{
-    return QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath);
-}
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+const QString qtPrefix = QLibraryInfo::path(QLibraryInfo::PrefixPath);
+const QString whereQtLooks = QLibraryInfo::path(QLibraryInfo::QmlImportsPath);
+#else
+const QString qtPrefix = QLibraryInfo::location(QLibraryInfo::PrefixPath);
+const QString whereQtLooks = QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath);
+#endif
 
 /// What is said of a module in \a folder, in which Qt does not look.
 QByteArray warningOf(const QString &folder, const QString &advice)
@@ -91,7 +101,7 @@ QByteArray warningOf(const QString &folder, const QString &advice)
     return QStringLiteral("the QML module goes to %1, where Qt does not look (it looks in %2): run "
                           "applications with QML2_IMPORT_PATH=%1, let them call "
                           "QQmlEngine::addImportPath, or install with %3\n")
-            .arg(folder, whereQtLooks(), advice)
+            .arg(folder, whereQtLooks, advice)
             .toUtf8();
 }
 
@@ -143,16 +153,16 @@ void tst_Install::filesAreInstalled_data()
         module + QStringLiteral("/libtavolins.so"),
         module + QStringLiteral("/qmldir"),
         module + QStringLiteral("/plugins.qmltypes"),
-        QStringLiteral("include/tavolins/manager/thememanager.h"),
-        QStringLiteral("include/tavolins/plugin/tavolinsplugin.h"),
-        QStringLiteral("include/tavolins/theme/theme.h"),
-        QStringLiteral("include/tavolins/theme/themeprivate.h"),
-        QStringLiteral("include/tavolins/values/tavolinsexport.h"),
-        QStringLiteral("include/tavolins/values/themeobject.h"),
-        QStringLiteral("include/tavolins/values/themeobjectcolors.h"),
-        QStringLiteral("include/tavolins/values/themeobjectfonts.h"),
-        QStringLiteral("share/tavolins/themes/daylight.thm"),
-        QStringLiteral("share/tavolins/themes/styles/Button_danger.qml"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/manager/thememanager.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/plugin/tavolinsplugin.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/theme/theme.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/theme/themeprivate.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/values/tavolinsexport.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/values/themeobject.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/values/themeobjectcolors.h"),
+        QStringLiteral("include/tavolins" TAVOLINS_QT_SUFFIX "/values/themeobjectfonts.h"),
+        QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes/daylight.thm"),
+        QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes/styles/Button_danger.qml"),
     };
     for (const QString &file : files)
         QTest::newRow(qPrintable(file)) << file;
@@ -221,16 +231,51 @@ void tst_Install::typesAreDescribed()
     const QString types = QString::fromUtf8(
             contentOf(installed(moduleFolder() + QStringLiteral("/plugins.qmltypes"))));
     const QStringList components = types.split(QStringLiteral("    Component {"));
-    const QString name = QStringLiteral("name: \"%1\"").arg(type);
+    const QRegularExpression named(
+            QStringLiteral("^\\s*(file: \"\\w+\\.h\"\\s+)?name: \"%1\"").arg(type));
     int found = 0;
     for (const QString &component : components) {
-        if (!component.trimmed().startsWith(name))
+        if (!named.match(component).hasMatch())
             continue;
         ++found;
         for (const QString &mention : mentions)
             QVERIFY2(component.contains(mention), qPrintable(mention));
     }
     QCOMPARE(found, 1);
+}
+
+void tst_Install::lintKnowsTheTypes()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QSKIP("qmllint of Qt 5 checks nothing but the language");
+#else
+    const QString program = QLibraryInfo::path(QLibraryInfo::BinariesPath)
+            + QStringLiteral("/qmllint");
+    const auto lint = [&](const QByteArray &color, QByteArray *output) {
+        const QString file = write(
+                QStringLiteral("Looked.qml"),
+                "import QtQuick\n" + importLine()
+                        + "Rectangle {\n"
+                          "    id: root\n"
+                          "    Theme.classnames: \"header\"\n"
+                          "    radius: Theme.radius\n"
+                          "    Theme.onTitleChanged: ThemeManager.currentIndex = 1\n"
+                          "    color: "
+                        + color + "\n}\n");
+        return run(
+                program,
+                { QStringLiteral("-I"), installed(QStringLiteral(TAVOLINS_QML_INSTALL_DIR)), file },
+                output);
+    };
+    QByteArray output;
+    QVERIFY2(lint("Theme.colors.background", &output) == 0, output.constData());
+    QCOMPARE(output, QByteArray());
+    lint("Theme.colors.backgruond", &output);
+    QVERIFY2(output.contains("\"backgruond\" not found on type \"ThemeObjectColors\""),
+             output.constData());
+    lint("ThemeManager.curent ? \"red\" : \"blue\"", &output);
+    QVERIFY2(output.contains("\"curent\" not found"), output.constData());
+#endif
 }
 
 void tst_Install::descriptionNamesNoBuildPath()
@@ -243,10 +288,11 @@ void tst_Install::descriptionNamesNoBuildPath()
 
 void tst_Install::packageAsksForThreeModulesOnly()
 {
-    const QDir package(installed(QStringLiteral(TAVOLINS_PACKAGE_DIR)));
+    const QDir package(
+            installed(QStringLiteral(TAVOLINS_LIBRARY_DIR "/cmake/Tavolins" TAVOLINS_QT_SUFFIX)));
     QVERIFY(package.exists());
     QSet<QString> modules;
-    const QRegularExpression imported(QStringLiteral("Qt5::(\\w+)"));
+    const QRegularExpression imported(QStringLiteral("Qt[56]::(\\w+)"));
     const QFileInfoList files = package.entryInfoList({ QStringLiteral("*.cmake") });
     for (const QFileInfo &file : files) {
         const QString text = QString::fromUtf8(contentOf(file.filePath()));
@@ -257,7 +303,9 @@ void tst_Install::packageAsksForThreeModulesOnly()
              (QSet<QString>{ QStringLiteral("Core"), QStringLiteral("Gui"),
                              QStringLiteral("Qml") }));
     const QByteArray config = contentOf(package.filePath(QStringLiteral("TavolinsConfig.cmake")));
-    QVERIFY(config.contains("find_dependency(Qt5 5.6 COMPONENTS Core Gui Qml)"));
+    QVERIFY(config.contains(QT_VERSION_MAJOR == 5
+                                    ? "find_dependency(Qt5 5.6 COMPONENTS Core Gui Qml)"
+                                    : "find_dependency(Qt6 6.4 COMPONENTS Core Gui Qml)"));
 }
 
 void tst_Install::qmlRunsAgainstThePrefixAlone()
@@ -315,24 +363,23 @@ void tst_Install::configurationTellsWhetherQtLooksThere_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QByteArray>("line");
-    const QString qtPrefix = QLibraryInfo::location(QLibraryInfo::PrefixPath);
-    const QString layout = QDir(qtPrefix).relativeFilePath(whereQtLooks());
+    const QString layout = QDir(qtPrefix).relativeFilePath(whereQtLooks);
     QTest::newRow("another prefix")
             << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere") }
             << warningOf(QStringLiteral("/nowhere/") + layout,
                          QStringLiteral("the prefix ") + qtPrefix);
-    QTest::newRow("the prefix of Qt") << QStringList{
-        QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + qtPrefix
-    } << QByteArray("the QML module goes to " + whereQtLooks().toUtf8() + ", where Qt looks\n");
+    QTest::newRow("the prefix of Qt")
+            << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + qtPrefix }
+            << QByteArray("the QML module goes to " + whereQtLooks.toUtf8() + ", where Qt looks\n");
     QTest::newRow("another folder")
             << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere"),
                             QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=share/modules") }
             << warningOf(QStringLiteral("/nowhere/share/modules"),
-                         QStringLiteral("TAVOLINS_QML_INSTALL_DIR=") + whereQtLooks());
-    QTest::newRow("the folder of Qt, not below the prefix") << QStringList{
-        QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere"),
-        QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=") + whereQtLooks()
-    } << QByteArray("the QML module goes to " + whereQtLooks().toUtf8() + ", where Qt looks\n");
+                         QStringLiteral("TAVOLINS_QML_INSTALL_DIR=") + whereQtLooks);
+    QTest::newRow("the folder of Qt, not below the prefix")
+            << QStringList{ QStringLiteral("-DCMAKE_INSTALL_PREFIX=/nowhere"),
+                            QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=") + whereQtLooks }
+            << QByteArray("the QML module goes to " + whereQtLooks.toUtf8() + ", where Qt looks\n");
 }
 
 void tst_Install::configurationTellsWhetherQtLooksThere()
@@ -364,23 +411,23 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
 
     // With the prefix of Qt instead of the configured one, the module is where Qt looks. The
     // gallery is off in a subproject; the themes are not part of it.
-    const QString prefix = QLibraryInfo::location(QLibraryInfo::PrefixPath);
     const QString root = folder() + QStringLiteral("/root");
     QProcessEnvironment staged = QProcessEnvironment::systemEnvironment();
     staged.insert(QStringLiteral("DESTDIR"), root);
-    QVERIFY2(runCMake({ QStringLiteral("--install"), build, QStringLiteral("--prefix"), prefix },
+    QVERIFY2(runCMake({ QStringLiteral("--install"), build, QStringLiteral("--prefix"), qtPrefix },
                       &output, staged)
                      == 0,
              output.constData());
-    QVERIFY2(output.contains("the QML module goes to " + whereQtLooks().toUtf8()
+    QVERIFY2(output.contains("the QML module goes to " + whereQtLooks.toUtf8()
                              + ", where Qt looks\n"),
              output.constData());
-    QVERIFY(QFileInfo::exists(root + whereQtLooks() + QStringLiteral("/Acme/Theming/qmldir")));
-    const QString themes = root + prefix + QStringLiteral("/share/tavolins/themes");
+    QVERIFY(QFileInfo::exists(root + whereQtLooks + QStringLiteral("/Acme/Theming/qmldir")));
+    const QString themes = root + qtPrefix
+            + QStringLiteral("/share/tavolins" TAVOLINS_QT_SUFFIX "/themes");
     QVERIFY(QFileInfo::exists(themes + QStringLiteral("/moss.thm")));
     QVERIFY(contentOf(themes + QStringLiteral("/styles/Card.qml"))
                     .contains("import Acme.Theming 1.0\n"));
-    QVERIFY(!QFileInfo::exists(root + prefix + QStringLiteral("/bin")));
+    QVERIFY(!QFileInfo::exists(root + qtPrefix + QStringLiteral("/bin")));
 
     // Without themes, the package is found all the same.
     const QString bare = folder() + QStringLiteral("/bare");
@@ -390,12 +437,97 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
                       &output)
                      == 0,
              output.constData());
-    QVERIFY(QFileInfo::exists(bare + QStringLiteral("/include/tavolins/theme/theme.h")));
+    QVERIFY(QFileInfo::exists(
+            bare + QStringLiteral("/include/tavolins" TAVOLINS_QT_SUFFIX "/theme/theme.h")));
     QVERIFY(!QFileInfo::exists(bare + QStringLiteral("/share")));
     QVERIFY2(configure(testSource(QStringLiteral("consumer")), folder() + QStringLiteral("/user"),
                        { QStringLiteral("-DCMAKE_PREFIX_PATH=") + bare }, &output)
                      == 0,
              output.constData());
+}
+
+/// Installs this build and one with the other series of Qt below one prefix.
+void tst_Install::bothSeriesSideBySide()
+{
+    const int other = QT_VERSION_MAJOR == 5 ? 6 : 5;
+    const QString build = folder() + QStringLiteral("/build");
+    QByteArray output;
+    if (configure(QStringLiteral(TAVOLINS_SOURCE_DIR), build,
+                  { QStringLiteral("-DTAVOLINS_BUILD_TESTS=OFF"),
+                    QStringLiteral("-DTAVOLINS_BUILD_EXAMPLES=OFF") },
+                  &output, other)
+        != 0) {
+        m_both.remove();
+        QVERIFY2(output.contains("find_package"), output.constData());
+        QSKIP("the other series of Qt is not installed");
+    }
+    QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
+
+    const auto install = [this](const QString &tree, QByteArray *said) {
+        return runCMake(
+                { QStringLiteral("--install"), tree, QStringLiteral("--prefix"), m_both.path() },
+                said);
+    };
+    const auto files = [this] {
+        QHash<QString, QByteArray> found;
+        QDirIterator all(m_both.path(), QDir::Files, QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            const QString path = all.next();
+            found.insert(path, contentOf(path));
+        }
+        return found;
+    };
+    QVERIFY2(install(QStringLiteral(TAVOLINS_BUILD_DIR), &output) == 0, output.constData());
+    const QHash<QString, QByteArray> first = files();
+    QVERIFY2(install(build, &output) == 0, output.constData());
+    const QHash<QString, QByteArray> all = files();
+    const QByteArray second = output;
+    for (auto file = first.cbegin(); file != first.cend(); ++file) {
+        QVERIFY2(all.value(file.key()) == file.value(), qPrintable(file.key()));
+        QVERIFY2(!second.contains("Installing: " + file.key().toUtf8() + '\n'),
+                 qPrintable(file.key()));
+    }
+    QVERIFY(all.size() > first.size());
+}
+
+void tst_Install::projectGetsTheOneForItsQt_data()
+{
+    QTest::addColumn<QByteArray>("beforeIt");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("Qt 5 found") << QByteArray("find_package(Qt5 REQUIRED COMPONENTS Core)\n") << 5;
+    QTest::newRow("Qt 6 found") << QByteArray("find_package(Qt6 REQUIRED COMPONENTS Core)\n") << 6;
+    QTest::newRow("Qt 5 chosen") << QByteArray("find_package(QT NAMES Qt5 REQUIRED)\n") << 5;
+    QTest::newRow("Qt 6 chosen") << QByteArray("find_package(QT NAMES Qt6 REQUIRED)\n") << 6;
+    QTest::newRow("Qt 6 by default") << QByteArray("set(QT_DEFAULT_MAJOR_VERSION 6)\n") << 6;
+    QTest::newRow("told 6") << QByteArray("set(TAVOLINS_QT_MAJOR 6)\n") << 6;
+    QTest::newRow("nothing known") << QByteArray() << 5;
+}
+
+void tst_Install::projectGetsTheOneForItsQt()
+{
+    QFETCH(QByteArray, beforeIt);
+    QFETCH(int, expected);
+    if (!m_both.isValid() || !QDir(m_both.path()).exists())
+        QSKIP("the other series of Qt is not installed");
+    write(QStringLiteral("CMakeLists.txt"),
+          "cmake_minimum_required(VERSION 3.16)\n"
+          "project(Asking LANGUAGES CXX)\n"
+                  + beforeIt
+                  + "find_package(Tavolins 1.0 CONFIG REQUIRED)\n"
+                    "get_target_property(libraries Tavolins::Tavolins INTERFACE_LINK_LIBRARIES)\n"
+                    "message(STATUS \"It links ${libraries}\")\n"
+                    "message(STATUS \"It imports ${TAVOLINS_QML_IMPORT_PATH}\")\n");
+    QByteArray output;
+    QVERIFY2(runCMake({ QStringLiteral("-S"), folder(), QStringLiteral("-B"),
+                        folder() + QStringLiteral("/build"), QStringLiteral("-GNinja"),
+                        QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_both.path() },
+                      &output)
+                     == 0,
+             output.constData());
+    const QByteArray qt = "Qt" + QByteArray::number(expected);
+    QVERIFY2(output.contains("It links " + qt + "::Core;" + qt + "::Gui;" + qt + "::Qml\n"),
+             output.constData());
+    QVERIFY2(output.contains("/qt" + QByteArray::number(expected) + "/qml\n"), output.constData());
 }
 
 QTEST_GUILESS_MAIN(tst_Install)

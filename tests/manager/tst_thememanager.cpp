@@ -423,7 +423,8 @@ void tst_ThemeManager::modelTesterOnTheBareModel()
             manager.addTheme(new Theme(&manager));
     }
     qInstallMessageHandler(handler);
-    QVERIFY(!complaints.isEmpty());
+    // The tester of Qt 6 finds nothing.
+    QCOMPARE(complaints.isEmpty(), QT_VERSION_MAJOR > 5);
     for (const QString &complaint : qAsConst(complaints)) {
         QVERIFY2(complaint.startsWith(QLatin1String("FAIL! childIndex.isValid()")),
                  qPrintable(complaint));

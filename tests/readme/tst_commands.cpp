@@ -56,6 +56,15 @@ const QString end = QStringLiteral(R"(
     }
 )");
 
+/// What a page says of Qt 5, for the Qt of this build.
+QString forThisQt(QString code)
+{
+    if (QT_VERSION_MAJOR > 5)
+        code.replace(QLatin1String("Qt5 5.12"), QLatin1String("Qt6"))
+                .replace(QLatin1String("Qt5"), QLatin1String("Qt6"));
+    return code;
+}
+
 QString withoutRemark(const QString &line)
 {
     return line.section(QLatin1Char('#'), 0, 0).trimmed();
@@ -103,6 +112,7 @@ tst_Commands::Result tst_Commands::build()
         QStringLiteral("-Bbuild"),
         QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
         QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path(),
+        QStringLiteral("-DTAVOLINS_QT_MAJOR=") + QString::number(QT_VERSION_MAJOR),
         QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + folder() + QStringLiteral("/installed"),
     };
     Result configured = run(folder(), cmake, configure);
@@ -199,7 +209,8 @@ void tst_Commands::exampleRunsByItsCommand()
             onTriggered: Qt.exit(ThemeManager.current.title === "Harbour" ? 42 : 1)
         }
     )");
-    const Result result = run(folder(), program,
+    QCOMPARE(program, QStringLiteral("qml"));
+    const Result result = run(folder(), QStringLiteral(TAVOLINS_QML_VIEWER),
                               arguments + QStringList(QStringLiteral("end.qml")));
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(result.exitCode, 42);
@@ -237,7 +248,7 @@ void tst_Commands::deployedApplicationRuns()
     lines.erase(std::remove_if(lines.begin(), lines.end(), carriesModule), lines.end());
     QCOMPARE(blocks.last().language, QStringLiteral("cmake"));
     write(QStringLiteral("CMakeLists.txt"),
-          (lines.join(QLatin1Char('\n')) + blocks.last().code).toUtf8());
+          forThisQt(lines.join(QLatin1Char('\n')) + blocks.last().code).toUtf8());
     const Result linked = build();
     QVERIFY2(linked.exitCode == 0, linked.output.constData());
     const QString modules = m_prefix.filePath(QStringLiteral(TAVOLINS_QML_INSTALL_DIR));
@@ -247,7 +258,7 @@ void tst_Commands::deployedApplicationRuns()
     QCOMPARE(ranLinked.output, QByteArray());
     QCOMPARE(ranLinked.exitCode, 42);
 
-    write(QStringLiteral("CMakeLists.txt"), blocks.first().code.toUtf8());
+    write(QStringLiteral("CMakeLists.txt"), forThisQt(blocks.first().code).toUtf8());
     const Result built = build();
     QVERIFY2(built.exitCode == 0, built.output.constData());
     // Elsewhere, and without what it was built from.

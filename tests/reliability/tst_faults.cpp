@@ -1,12 +1,12 @@
 #include "manager/thememanager.h"
 #include "reliability/systemfaults.h"
+#include "support/fontdatabase.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 #include "theme/themeprivate.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtGui/QFontDatabase>
 #include <QtTest/QtTest>
 
 #include <sys/prctl.h>
@@ -345,10 +345,10 @@ void tst_Faults::fontDatabaseRefuses()
     write(QStringLiteral("fonts/folder.ttf/inner.ttf"), "x");
     QVERIFY(QFile::link(folder() + QLatin1String("/none"),
                         folder() + QLatin1String("/fonts/dangling.ttf")));
-    const QStringList families = QFontDatabase().families();
+    const QStringList families = FontDatabase::families();
     QCOMPARE(m_theme->reload(), 0);
     QVERIFY(isGood());
-    QCOMPARE(QFontDatabase().families(), families);
+    QCOMPARE(FontDatabase::families(), families);
 }
 
 void tst_Faults::resourceFoldersAreNone()

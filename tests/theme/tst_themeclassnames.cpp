@@ -1,4 +1,5 @@
 #include "manager/thememanager.h"
+#include "support/fontdatabase.h"
 #include "support/signalrecorder.h"
 #include "support/testcase.h"
 #include "support/testfont.h"
@@ -562,7 +563,7 @@ void tst_ThemeClassnames::handlersFindTheWeightOfNewFonts()
     const int font = QFontDatabase::addApplicationFontFromData(TestFont::content());
     QVERIFY(font >= 0);
     qApp->disconnect(this);
-    const int expected = QFontDatabase().weight(TestFont::family(), QStringLiteral("Book"));
+    const int expected = FontDatabase::weight(TestFont::family(), QStringLiteral("Book"));
     QFontDatabase::removeApplicationFont(font);
     QCOMPARE(weight, expected);
     QVERIFY(weight > QFont::Light);

@@ -1,4 +1,5 @@
 #include "manager/thememanager.h"
+#include "support/fontdatabase.h"
 #include "support/signalrecorder.h"
 #include "support/testcase.h"
 #include "support/testfont.h"
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void filesThatAreNoFonts();
     void hiddenFontsAreLeftOut();
     void noFontsFolder();
+    void nothingLiesBesideNoFile();
 };
 
 void tst_ThemeResources::initTestCase()
@@ -358,19 +360,19 @@ void tst_ThemeResources::stylesEmitNothing()
 void tst_ThemeResources::fontsAreRegistered()
 {
     const QString file = write(style("fonts/probe.ttf"), TestFont::content());
-    QVERIFY(!QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(!FontDatabase::families().contains(TestFont::family()));
     Theme theme;
     QSignalSpy registered(qApp, &QGuiApplication::fontDatabaseChanged);
     QCOMPARE(theme.load(write(style("a.thm"), "{}")), 0);
     QCOMPARE(registered.count(), 1);
-    QVERIFY(QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(FontDatabase::families().contains(TestFont::family()));
     // Nothing of it in the theme.
     QVERIFY(dataOf(theme)->styles.isEmpty());
     QVERIFY(dataOf(theme)->classScopes.isEmpty());
     // Fonts stay when the theme goes.
     QVERIFY(QFile::remove(file));
     QCOMPARE(theme.reload(), 0);
-    QVERIFY(QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(FontDatabase::families().contains(TestFont::family()));
     QVERIFY(QFontDatabase::removeAllApplicationFonts());
 }
 
@@ -398,7 +400,7 @@ void tst_ThemeResources::fontsAreRegisteredWhateverComesNext()
         expectOpenFailure();
     Theme theme;
     QCOMPARE(theme.load(folder() + style("/a.thm")), status >= 0 ? status : 1);
-    QVERIFY(QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(FontDatabase::families().contains(TestFont::family()));
     // The styles are catalogued only when the file was read.
     QCOMPARE(dataOf(theme)->styles.size(), status == 0 ? 1 : 0);
     QVERIFY(QFontDatabase::removeAllApplicationFonts());
@@ -457,7 +459,7 @@ void tst_ThemeResources::filesThatAreNoFonts()
     QSignalSpy registered(qApp, &QGuiApplication::fontDatabaseChanged);
     QCOMPARE(theme.load(write(style("a.thm"), "{}")), 0);
     QCOMPARE(registered.count(), 1);
-    QVERIFY(QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(FontDatabase::families().contains(TestFont::family()));
     QVERIFY(QFontDatabase::removeAllApplicationFonts());
 }
 
@@ -469,7 +471,23 @@ void tst_ThemeResources::hiddenFontsAreLeftOut()
     QSignalSpy registered(qApp, &QGuiApplication::fontDatabaseChanged);
     QCOMPARE(theme.load(write(style("a.thm"), "{}")), 0);
     QCOMPARE(registered.count(), 0);
-    QVERIFY(!QFontDatabase().families().contains(TestFont::family()));
+    QVERIFY(!FontDatabase::families().contains(TestFont::family()));
+}
+
+void tst_ThemeResources::nothingLiesBesideNoFile()
+{
+    // Folders of the right names, where relative paths lead.
+    write(style("fonts/probe.ttf"), TestFont::content());
+    write(style("styles/Card.qml"), "");
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder()));
+    QSignalSpy registered(qApp, &QGuiApplication::fontDatabaseChanged);
+    Theme theme;
+    theme.loadThemeFonts();
+    theme.loadThemeQmlStyles();
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(registered.count(), 0);
+    QCOMPARE(styleNames(theme), QStringList());
 }
 
 void tst_ThemeResources::noFontsFolder()

@@ -1,3 +1,4 @@
+#include "support/fontdatabase.h"
 #include "support/signalrecorder.h"
 #include "support/testcase.h"
 #include "support/testfont.h"
@@ -66,7 +67,7 @@ QFont unusualFont()
 {
     QFont base(QStringLiteral("Base Family"));
     base.setPointSizeF(40);
-    base.setWeight(63);
+    base.setWeight(QFont::DemiBold);
     base.setStyle(QFont::StyleOblique);
     base.setCapitalization(QFont::SmallCaps);
     base.setLetterSpacing(QFont::AbsoluteSpacing, 2.5);
@@ -159,11 +160,10 @@ void tst_ThemeObjectFonts::initTestCase()
     const QByteArray content = TestFont::content();
     QVERIFY2(!content.isEmpty(), "DejaVu Sans (package fonts-dejavu-core) is not installed");
     QVERIFY(QFontDatabase::addApplicationFontFromData(content) != -1);
-    QFontDatabase database;
-    QCOMPARE(database.weight(QStringLiteral("DejaVu Sans"), QStringLiteral("Bold")),
+    QCOMPARE(FontDatabase::weight(QStringLiteral("DejaVu Sans"), QStringLiteral("Bold")),
              int(QFont::Bold));
-    QCOMPARE(database.weight(TestFont::family(), QStringLiteral("Bold")), -1);
-    QCOMPARE(database.weight(TestFont::family(), QStringLiteral("Book")), int(QFont::Normal));
+    QCOMPARE(FontDatabase::weight(TestFont::family(), QStringLiteral("Bold")), -1);
+    QCOMPARE(FontDatabase::weight(TestFont::family(), QStringLiteral("Book")), int(QFont::Normal));
 }
 
 void tst_ThemeObjectFonts::newGroupHoldsTheApplicationFont()
@@ -484,7 +484,7 @@ void tst_ThemeObjectFonts::alternateIsReadOnTheFormerAlternate()
     fonts.load(object, true);
     QCOMPARE(fonts.alternateFont().family(), QStringLiteral("Base Family"));
     QCOMPARE(fonts.alternateFont().pointSizeF(), 30.0);
-    QCOMPARE(fonts.alternateFont().weight(), 63);
+    QCOMPARE(int(fonts.alternateFont().weight()), int(QFont::DemiBold));
     QCOMPARE(fonts.alternateFont().style(), QFont::StyleItalic);
     // Read again, the description scales what it has made of the alternate font before.
     fonts.load(object, true);
@@ -643,7 +643,7 @@ void tst_ThemeObjectFonts::emptyDescription()
     const QFont read = ThemeObjectFonts().readFont(QJsonObject(), base);
     QCOMPARE(read.family(), base.family());
     QCOMPARE(read.pointSizeF(), 30.0);
-    QCOMPARE(read.weight(), 63);
+    QCOMPARE(int(read.weight()), int(QFont::DemiBold));
     QCOMPARE(read.style(), QFont::StyleItalic);
     QCOMPARE(read.letterSpacing(), 2.5);
     QCOMPARE(read.letterSpacingType(), QFont::AbsoluteSpacing);
@@ -768,10 +768,19 @@ void tst_ThemeObjectFonts::boldHasNoEffect()
 {
     QFETCH(QByteArray, description);
 
-    for (const int weight : { 0, 25, 50, 57, 58, 75, 99 }) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const int lightest = 1;
+    const int heaviest = 1000;
+#else
+    const int lightest = 0;
+    const int heaviest = 99;
+#endif
+    for (const int weight : { lightest, int(QFont::Light), int(QFont::Normal), int(QFont::Medium),
+                              QFont::Medium + 1, int(QFont::Bold), heaviest }) {
         QFont base;
-        base.setWeight(weight);
-        QCOMPARE(ThemeObjectFonts().readFont(parsed(description), base).weight(), weight);
+        base.setWeight(QFont::Weight(weight));
+        QCOMPARE(int(base.weight()), weight);
+        QCOMPARE(int(ThemeObjectFonts().readFont(parsed(description), base).weight()), weight);
     }
 }
 
@@ -903,26 +912,28 @@ void tst_ThemeObjectFonts::weight_data()
     const auto row = [](const char *name, const char *description, int expected) {
         QTest::newRow(name) << QByteArray(description) << expected;
     };
-    // The base is a DejaVu Sans of weight 63.
-    row("missing", "{}", 63);
-    row("missing, bold", R"({"bold": true})", 63);
-    row("empty", R"({"weight": ""})", 63);
-    row("style of the family", R"({"weight": "Bold"})", 75);
-    row("regular style of the family", R"({"weight": "Book"})", 50);
-    row("style of the family against bold", R"({"weight": "Book", "bold": true})", 50);
-    row("style of the family against not bold", R"({"weight": "Bold", "bold": false})", 75);
-    row("style that the family lacks", R"({"weight": "Poster"})", 63);
-    row("style that the family lacks, bold", R"({"weight": "Poster", "bold": true})", 63);
-    row("other letter case", R"({"weight": "bold"})", 63);
-    row("outer blank", R"({"weight": " Bold"})", 63);
-    row("unicode", R"({"weight": "太字"})", 63);
-    row("figure as text", R"({"weight": "75"})", 63);
-    row("number", R"({"weight": 75})", 63);
-    row("negative number", R"({"weight": -75})", 63);
-    row("null", R"({"weight": null})", 63);
-    row("boolean", R"({"weight": true})", 63);
-    row("array", R"({"weight": ["Bold"]})", 63);
-    row("object", R"({"weight": {}})", 63);
+    // The base is a DejaVu Sans of weight DemiBold.
+    row("missing", "{}", QFont::DemiBold);
+    row("missing, bold", R"({"bold": true})", QFont::DemiBold);
+    row("empty", R"({"weight": ""})", QFont::DemiBold);
+    row("style of the family", R"({"weight": "Bold"})", QFont::Bold);
+    row("regular style of the family", R"({"weight": "Book"})", QFont::Normal);
+    row("style of the family against bold", R"({"weight": "Book", "bold": true})", QFont::Normal);
+    row("style of the family against not bold", R"({"weight": "Bold", "bold": false})",
+        QFont::Bold);
+    row("style that the family lacks", R"({"weight": "Poster"})", QFont::DemiBold);
+    row("style that the family lacks, bold", R"({"weight": "Poster", "bold": true})",
+        QFont::DemiBold);
+    row("other letter case", R"({"weight": "bold"})", QFont::DemiBold);
+    row("outer blank", R"({"weight": " Bold"})", QFont::DemiBold);
+    row("unicode", R"({"weight": "太字"})", QFont::DemiBold);
+    row("figure as text", R"({"weight": "75"})", QFont::DemiBold);
+    row("number", R"({"weight": 75})", QFont::DemiBold);
+    row("negative number", R"({"weight": -75})", QFont::DemiBold);
+    row("null", R"({"weight": null})", QFont::DemiBold);
+    row("boolean", R"({"weight": true})", QFont::DemiBold);
+    row("array", R"({"weight": ["Bold"]})", QFont::DemiBold);
+    row("object", R"({"weight": {}})", QFont::DemiBold);
 }
 
 void tst_ThemeObjectFonts::weight()
@@ -930,20 +941,20 @@ void tst_ThemeObjectFonts::weight()
     QFETCH(QByteArray, description);
     QFETCH(int, expected);
 
-    const QFont base(QStringLiteral("DejaVu Sans"), 10, 63);
-    QCOMPARE(ThemeObjectFonts().readFont(parsed(description), base).weight(), expected);
+    const QFont base(QStringLiteral("DejaVu Sans"), 10, QFont::DemiBold);
+    QCOMPARE(int(ThemeObjectFonts().readFont(parsed(description), base).weight()), expected);
 }
 
 void tst_ThemeObjectFonts::weightIsAStyleOfTheFamilyInTheDescription()
 {
-    const QFont base(QStringLiteral("DejaVu Sans"), 10, 63);
+    const QFont base(QStringLiteral("DejaVu Sans"), 10, QFont::DemiBold);
     QJsonObject description = parsed(R"({"weight": "Bold"})");
     description.insert(QStringLiteral("family"), TestFont::family());
-    QCOMPARE(ThemeObjectFonts().readFont(description, base).weight(), 63);
+    QCOMPARE(int(ThemeObjectFonts().readFont(description, base).weight()), int(QFont::DemiBold));
     description.insert(QStringLiteral("weight"), QStringLiteral("Book"));
-    QCOMPARE(ThemeObjectFonts().readFont(description, base).weight(), 50);
+    QCOMPARE(int(ThemeObjectFonts().readFont(description, base).weight()), int(QFont::Normal));
     description.insert(QStringLiteral("family"), QStringLiteral("No Such Family"));
-    QCOMPARE(ThemeObjectFonts().readFont(description, base).weight(), 63);
+    QCOMPARE(int(ThemeObjectFonts().readFont(description, base).weight()), int(QFont::DemiBold));
 }
 
 void tst_ThemeObjectFonts::descriptionIsCaseSensitive()

@@ -181,7 +181,7 @@ Window {
                 ThemeChooser {
                     objectName: "chooser"
                     Layout.fillWidth: true
-                    onActivated: {
+                    onActivated: function(index) {
                         ThemeManager.currentIndex = index
                         settings.theme = currentText
                     }

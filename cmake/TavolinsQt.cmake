@@ -1,0 +1,57 @@
+# Which Qt the project is built with.
+
+# tavolins_choose_qt()
+#
+# Sets TAVOLINS_QT_MAJOR where nobody has: to the Qt that the project around this one uses already,
+# else to 5 where that is found, else to 6. Sets TAVOLINS_QT_SUFFIX to what the names of installed
+# files end in, so that the files of both can lie beside each other.
+macro(tavolins_choose_qt)
+    set(TAVOLINS_QT_MAJOR "" CACHE STRING "Major version of Qt: 5, 6 or, to choose by itself, empty")
+    set_property(CACHE TAVOLINS_QT_MAJOR PROPERTY STRINGS "" 5 6)
+    if(TAVOLINS_QT_MAJOR STREQUAL "")
+        set(TAVOLINS_QT_CANDIDATES 5 6)
+        if(TARGET Qt6::Core AND NOT TARGET Qt5::Core)
+            set(TAVOLINS_QT_CANDIDATES 6)
+        elseif(TARGET Qt5::Core AND NOT TARGET Qt6::Core)
+            set(TAVOLINS_QT_CANDIDATES 5)
+        endif()
+        foreach(TAVOLINS_QT_MAJOR IN LISTS TAVOLINS_QT_CANDIDATES)
+            # Cached, it would keep the next name from being looked for.
+            unset(QT_DIR CACHE)
+            find_package(QT QUIET NAMES Qt${TAVOLINS_QT_MAJOR} COMPONENTS Core Gui Qml)
+            if(QT_FOUND)
+                break()
+            endif()
+        endforeach()
+        if(NOT QT_FOUND)
+            message(FATAL_ERROR "Neither Qt 5 nor Qt 6 is found with its modules Core, Gui and Qml; "
+                                "CMAKE_PREFIX_PATH says where else to look")
+        endif()
+        # CMake gives a loop's variable the value back that it had before.
+        set(TAVOLINS_QT_MAJOR ${QT_VERSION_MAJOR})
+        set(TAVOLINS_QT_REASON "chosen by itself; TAVOLINS_QT_MAJOR decides")
+    else()
+        if(NOT TAVOLINS_QT_MAJOR MATCHES "^[56]$")
+            message(FATAL_ERROR "TAVOLINS_QT_MAJOR is \"${TAVOLINS_QT_MAJOR}\"; it can be 5 or 6")
+        endif()
+        set(TAVOLINS_QT_REASON "as TAVOLINS_QT_MAJOR says")
+        find_package(QT NAMES Qt${TAVOLINS_QT_MAJOR} REQUIRED COMPONENTS Core Gui Qml)
+    endif()
+    message(STATUS "Tavolins: built with Qt ${QT_VERSION} (${TAVOLINS_QT_REASON})")
+    set(TAVOLINS_QT_SUFFIX "")
+    if(NOT TAVOLINS_QT_MAJOR EQUAL 5)
+        set(TAVOLINS_QT_SUFFIX "${TAVOLINS_QT_MAJOR}")
+    endif()
+endmacro()
+
+# tavolins_find_qt(<minor version> <component>...)
+#
+# Finds modules of the chosen Qt. The version is the least one of the Qt 5 series; of Qt 6 it is 6.4
+# throughout.
+macro(tavolins_find_qt minor_version)
+    set(TAVOLINS_QT_LEAST 6.4)
+    if(TAVOLINS_QT_MAJOR EQUAL 5)
+        set(TAVOLINS_QT_LEAST 5.${minor_version})
+    endif()
+    find_package(Qt${TAVOLINS_QT_MAJOR} ${TAVOLINS_QT_LEAST} REQUIRED COMPONENTS ${ARGN})
+endmacro()
