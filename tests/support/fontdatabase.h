@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QStringList>
 #include <QtGui/QFontDatabase>
 
 /// Qt's database of fonts, whose functions are static since Qt 6 and were members before.
