@@ -274,7 +274,8 @@ public:
         settle();
         if (m_scenario.contender->showsLooks && !showsLook(expected, look))
             return QStringLiteral("items do not show look %1").arg(look);
-        for (int index : { 0, m_items.size() / 2, m_items.size() - 1 }) {
+        const int count = int(m_items.size());
+        for (int index : { 0, count / 2, count - 1 }) {
             const QVariantList shown = shownByItemAndParts(m_items.at(index), m_scenario.shape);
             if (shown != expected) {
                 return QStringLiteral("item %1 does not show look %2 but %3; a new one shows %4")

@@ -26,10 +26,11 @@ def document(machine: str, tables: dict) -> str:
     return "\n\n".join(parts) + "\n"
 
 
-def fill_in(path: pathlib.Path, machine: str, tables: dict):
-    """Replaces the figures in a document, which stand between comments that name them."""
+def fill_in(path: pathlib.Path, machine: str, tables: dict, place="machine"):
+    """Replaces the figures in a document, which stand between comments that name them; place is the
+    name of that for the machine."""
     text = path.read_text(encoding="utf-8")
-    blocks = {"machine": machine} | {name: table(content) for name, content in tables.items()}
+    blocks = {place: machine} | {name: table(content) for name, content in tables.items()}
     for name, block in blocks.items():
         replacement = _block(name, block)
         text, count = re.subn(rf"<!-- figures: {name} -->\n.*?<!-- end -->",
