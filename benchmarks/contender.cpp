@@ -182,7 +182,17 @@ Contender controlPalette()
     contender.face = QStringLiteral("palette.highlightedText");
     contender.cornerType = contender.faceType = QStringLiteral("color");
     contender.show = [](int index, QObject *root) {
-        root->setProperty("palette", paletteOf(Look::at(index)));
+        const QPalette palette = paletteOf(Look::at(index));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        // An object with a property for each role.
+        auto *roles = root->property("palette").value<QObject *>();
+        roles->setProperty("window", palette.window().color());
+        roles->setProperty("windowText", palette.windowText().color());
+        roles->setProperty("highlight", palette.highlight().color());
+        roles->setProperty("highlightedText", palette.highlightedText().color());
+#else
+        root->setProperty("palette", palette);
+#endif
     };
     contender.showsLooks = false;
     contender.isPeer = true;
