@@ -67,6 +67,15 @@ QColor readable(const QColor &ideal, const QVector<QColor> &surfaces, const QCol
     return passes(result, surfaces) ? result : last;
 }
 
+/// The shade of the readable \a foreground at \a distance, or nearer.
+QColor shadeOn(const QVector<QColor> &surfaces, const QColor &foreground, double distance)
+{
+    const QColor shade = readable(moved(foreground, distance), surfaces, foreground);
+    const bool isLighter = Contrast::luminance(shade) >= Contrast::luminance(foreground);
+    // What is readable next to the shade may be on the other side of the foreground.
+    return isLighter == (distance > 0) ? shade : foreground;
+}
+
 } // namespace
 
 Palette Palette::on(const QColor &background, const QColor &accent)
@@ -83,10 +92,8 @@ Palette Palette::on(const QColor &background, const QColor &accent)
     const double saturation = std::min(textSaturation, accent.hslSaturationF());
     const QColor text = colorOf(accent.hslHueF(), saturation, isLight ? lightText : darkText);
     palette.foreground = readable(text, surfaces, last);
-    palette.lighterForeground = readable(moved(palette.foreground, foregroundDistance), surfaces,
-                                         last);
-    palette.darkerForeground = readable(moved(palette.foreground, -foregroundDistance), surfaces,
-                                        last);
+    palette.lighterForeground = shadeOn(surfaces, palette.foreground, foregroundDistance);
+    palette.darkerForeground = shadeOn(surfaces, palette.foreground, -foregroundDistance);
     palette.selection = readable(accent, { palette.foreground }, extreme(palette.foreground));
     return palette;
 }
