@@ -124,7 +124,7 @@ Position Document::position(int offset) const
     int begin = *std::prev(next);
     if (begin == 0 && hasByteOrderMark())
         begin = std::min(offset, 3);
-    for (int i = begin; i < std::min(offset, m_text.size()); ++i) {
+    for (int i = begin; i < std::min(offset, int(m_text.size())); ++i) {
         if (!isContinuation(m_text.at(i)))
             ++position.column;
     }
@@ -136,13 +136,13 @@ Range Document::rangeAt(int line, int column) const
     if (line < 1 || line > int(m_lineStarts.size()))
         return Range();
     const QString text = QString::fromUtf8(this->line(line));
-    const int first = std::clamp(column - 1, 0, text.size());
+    const int first = std::clamp(column - 1, 0, int(text.size()));
     int last = first;
     while (last < text.size()
            && (text.at(last).isLetterOrNumber() || text.at(last) == QLatin1Char('_')))
         ++last;
-    const int begin = m_lineStarts[size_t(line - 1)] + text.left(first).toUtf8().size();
-    return Range{ begin, begin + text.mid(first, last - first).toUtf8().size() };
+    const int begin = m_lineStarts[size_t(line - 1)] + int(text.left(first).toUtf8().size());
+    return Range{ begin, begin + int(text.mid(first, last - first).toUtf8().size()) };
 }
 
 QByteArray Document::line(int number) const
@@ -150,7 +150,7 @@ QByteArray Document::line(int number) const
     if (number < 1 || number > int(m_lineStarts.size()))
         return QByteArray();
     int begin = m_lineStarts[size_t(number - 1)];
-    int end = m_text.indexOf('\n', begin);
+    auto end = m_text.indexOf('\n', begin);
     if (end < 0)
         end = m_text.size();
     if (end > begin && m_text.at(end - 1) == '\r')
@@ -163,8 +163,8 @@ QByteArray Document::line(int number) const
 void Document::setText(const QByteArray &text)
 {
     m_text = text;
-    for (int i = text.indexOf('\n'); i >= 0; i = text.indexOf('\n', i + 1))
-        m_lineStarts.push_back(i + 1);
+    for (auto i = text.indexOf('\n'); i >= 0; i = text.indexOf('\n', i + 1))
+        m_lineStarts.push_back(int(i) + 1);
 }
 
 void Document::setFault(Fault fault, const Range &range, const QString &text, const QString &help)
@@ -189,7 +189,8 @@ void Document::parse()
         return;
     }
     if (!parsed.isObject()) {
-        setFault(NotAnObject, Range{ m_text.indexOf('['), m_text.indexOf('[') + 1 },
+        const int begin = int(m_text.indexOf('['));
+        setFault(NotAnObject, Range{ begin, begin + 1 },
                  QStringLiteral("the document is a list, not an object"));
         return;
     }
@@ -207,8 +208,8 @@ void Document::describeSyntaxError(const QJsonParseError &qtError)
     // Plain values are JSON, but Qt reads documents that are lists or objects only.
     if (Positions::read(m_text, nullptr).offset < 0 && !trimmed.startsWith('{')
         && !trimmed.startsWith('[')) {
-        const int begin = m_text.indexOf(trimmed);
-        setFault(NotAnObject, Range{ begin, begin + trimmed.size() },
+        const int begin = int(m_text.indexOf(trimmed));
+        setFault(NotAnObject, Range{ begin, begin + int(trimmed.size()) },
                  QStringLiteral("the document is a plain value, not an object"));
         return;
     }

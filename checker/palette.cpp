@@ -1,5 +1,6 @@
 #include "checker/palette.h"
 
+#include "checker/channel.h"
 #include "checker/contrast.h"
 
 #include <QtCore/QVector>
@@ -19,7 +20,8 @@ const double textSaturation = 0.18;
 QColor colorOf(double hue, double saturation, double lightness)
 {
     QColor color;
-    color.setHslF(std::max(hue, 0.0), hue < 0 ? 0 : saturation, std::clamp(lightness, 0.0, 1.0));
+    color.setHslF(Channel(std::max(hue, 0.0)), Channel(hue < 0 ? 0 : saturation),
+                  Channel(std::clamp(lightness, 0.0, 1.0)));
     return QColor(color.rgb());
 }
 
@@ -89,7 +91,7 @@ Palette Palette::on(const QColor &background, const QColor &accent)
                                     palette.darkerBackground };
 
     const bool isLight = last == QColor(Qt::white);
-    const double saturation = std::min(textSaturation, accent.hslSaturationF());
+    const double saturation = std::min(textSaturation, double(accent.hslSaturationF()));
     const QColor text = colorOf(accent.hslHueF(), saturation, isLight ? lightText : darkText);
     palette.foreground = readable(text, surfaces, last);
     palette.lighterForeground = shadeOn(surfaces, palette.foreground, foregroundDistance);

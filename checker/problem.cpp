@@ -1,5 +1,6 @@
 #include "checker/problem.h"
 
+#include <string>
 #include <tuple>
 
 namespace {
@@ -14,12 +15,13 @@ void Problem::locate(const QString &path, const Document &document, const Range 
     file = path;
     begin = document.position(range.begin);
     end = document.position(range.end);
-    QVector<uint> line = QString::fromUtf8(document.line(begin.line)).toUcs4();
-    if (line.size() > longestExcerpt) {
-        excerptColumn = qBound(0, begin.column - 1 - excerptBefore, line.size() - longestExcerpt);
-        line = line.mid(excerptColumn, longestExcerpt);
+    // In characters, as columns are counted.
+    std::u32string line = QString::fromUtf8(document.line(begin.line)).toStdU32String();
+    if (const int length = int(line.size()); length > longestExcerpt) {
+        excerptColumn = qBound(0, begin.column - 1 - excerptBefore, length - longestExcerpt);
+        line = line.substr(size_t(excerptColumn), size_t(longestExcerpt));
     }
-    excerpt = QString::fromUcs4(line.constData(), line.size());
+    excerpt = QString::fromStdU32String(line);
 }
 
 bool Problem::operator<(const Problem &other) const

@@ -8,6 +8,8 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QUrl>
 
+#include <string>
+
 namespace {
 
 const int tabWidth = 4;
@@ -43,14 +45,15 @@ QString source(const Problem &problem, const Report::TextStyle &style)
 {
     QString line;
     QString marks;
-    const QVector<uint> characters = problem.excerpt.toUcs4();
+    const std::u32string characters = problem.excerpt.toStdU32String();
+    const int count = int(characters.size());
     const int first = problem.begin.column - 1 - problem.excerptColumn;
     const int last = problem.end.line == problem.begin.line
             ? problem.end.column - 1 - problem.excerptColumn
-            : characters.size();
-    for (int i = 0; i < characters.size(); ++i) {
-        const uint character = characters.at(i);
-        const bool isTab = character == '\t';
+            : count;
+    for (int i = 0; i < count; ++i) {
+        const char32_t character = characters[size_t(i)];
+        const bool isTab = character == U'\t';
         const int width = isTab ? tabWidth : 1;
         line += isTab ? QString(tabWidth, QLatin1Char(' '))
                       : Words::harmless(QString::fromUcs4(&character, 1));
@@ -61,7 +64,7 @@ QString source(const Problem &problem, const Report::TextStyle &style)
         else if (i == first)
             marks += QLatin1Char('^') + QString(width - 1, QLatin1Char('~'));
     }
-    if (first >= characters.size())
+    if (first >= count)
         marks += QLatin1Char('^');
     const QString indent = QStringLiteral("    ");
     return indent + line + QLatin1Char('\n') + indent + painted(marks, green, style)

@@ -1,5 +1,6 @@
 // Rules for the keys and values of scopes, fonts excepted.
 
+#include "checker/channel.h"
 #include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "checker/words.h"
@@ -94,7 +95,7 @@ QString fromStyleSheet(const QString &text)
         return QString();
     QColor color(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
     if (!match.captured(4).isEmpty())
-        color.setAlphaF(qBound(0.0, match.captured(4).toDouble(), 1.0));
+        color.setAlphaF(Channel(qBound(0.0, match.captured(4).toDouble(), 1.0)));
     if (!color.isValid())
         return QString();
     return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
@@ -271,7 +272,7 @@ private:
         } else if (!m_isClass) {
             m_findings.add(Code::UnknownKey, member.keyRange, what,
                            QStringLiteral("the keys here are %1")
-                                   .arg(Words::quotedList(names, names.size())));
+                                   .arg(Words::quotedList(names, int(names.size()))));
         }
     }
 

@@ -36,8 +36,8 @@ bool Command::parse(const QStringList &arguments)
     if (m_parser.isSet(m_help)) {
         // The parser shows the program without the subcommand.
         QString text = m_parser.helpText();
-        const int lineEnd = text.indexOf(QLatin1Char('\n'));
-        const int options = text.indexOf(QLatin1String(" [options]"));
+        const auto lineEnd = text.indexOf(QLatin1Char('\n'));
+        const auto options = text.indexOf(QLatin1String(" [options]"));
         if (options >= 0 && options < lineEnd)
             text = QStringLiteral("Usage: tavolins ") + m_name + text.mid(options);
         print(text);
