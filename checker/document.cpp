@@ -32,6 +32,11 @@ void assign(Node *node, const QJsonValue &value)
         assign(&member.node, object.value(member.key));
 }
 
+const int longestExcerpt = 100;
+const int excerptBefore = 60;
+
+const int blockSize = 1024;
+
 bool isContinuation(char byte)
 {
     return (uchar(byte) & 0xc0) == 0x80;
@@ -124,18 +129,27 @@ Position Document::position(int offset) const
     int begin = *std::prev(next);
     if (begin == 0 && hasByteOrderMark())
         begin = std::min(offset, 3);
-    for (int i = begin; i < std::min(offset, int(m_text.size())); ++i) {
-        if (!isContinuation(m_text.at(i)))
-            ++position.column;
-    }
+    position.column += charactersBefore(offset) - charactersBefore(begin);
     return position;
+}
+
+int Document::charactersBefore(int offset) const
+{
+    const int end = std::min(offset, int(m_text.size()));
+    const int block = end / blockSize;
+    const char *const text = m_text.constData();
+    const int inBlock = int(std::count_if(text + block * blockSize, text + end,
+                                          [](char byte) { return !isContinuation(byte); }));
+    return m_charactersBefore[size_t(block)] + inBlock;
 }
 
 Range Document::rangeAt(int line, int column) const
 {
     if (line < 1 || line > int(m_lineStarts.size()))
         return Range();
-    const QString text = QString::fromUtf8(this->line(line));
+    const QByteArray bytes = this->line(line);
+    // With its size: a text may have zero bytes in it.
+    const QString text = QString::fromUtf8(bytes.constData(), int(bytes.size()));
     const int first = std::clamp(column - 1, 0, int(text.size()));
     int last = first;
     while (last < text.size()
@@ -149,15 +163,45 @@ QByteArray Document::line(int number) const
 {
     if (number < 1 || number > int(m_lineStarts.size()))
         return QByteArray();
-    int begin = m_lineStarts[size_t(number - 1)];
-    auto end = m_text.indexOf('\n', begin);
-    if (end < 0)
-        end = m_text.size();
-    if (end > begin && m_text.at(end - 1) == '\r')
-        --end;
-    if (begin == 0 && hasByteOrderMark())
-        begin = 3;
-    return m_text.mid(begin, end - begin);
+    const Range range = lineRange(number);
+    return m_text.mid(range.begin, range.end - range.begin);
+}
+
+Range Document::lineRange(int number) const
+{
+    Range range;
+    range.begin = m_lineStarts[size_t(number - 1)];
+    range.end = number < int(m_lineStarts.size()) ? m_lineStarts[size_t(number)] - 1
+                                                  : int(m_text.size());
+    if (range.end > range.begin && m_text.at(range.end - 1) == '\r')
+        --range.end;
+    if (range.begin == 0 && hasByteOrderMark())
+        range.begin = 3;
+    return range;
+}
+
+QString Document::excerpt(int offset, int *column) const
+{
+    const Position place = position(offset);
+    const Range line = lineRange(place.line);
+    const int length = charactersBefore(line.end) - charactersBefore(line.begin);
+    *column = 0;
+    Range part = line;
+    if (length > longestExcerpt) {
+        const int before = place.column - 1;
+        *column = std::clamp(before - excerptBefore, 0, length - longestExcerpt);
+        part.begin = std::min(offset, int(m_text.size()));
+        for (int left = before - *column; left > 0;) {
+            if (!isContinuation(m_text.at(--part.begin)))
+                --left;
+        }
+        part.end = part.begin;
+        for (int left = longestExcerpt; part.end < line.end; ++part.end) {
+            if (!isContinuation(m_text.at(part.end)) && --left < 0)
+                break;
+        }
+    }
+    return QString::fromUtf8(m_text.constData() + part.begin, part.end - part.begin);
 }
 
 void Document::setText(const QByteArray &text)
@@ -165,6 +209,13 @@ void Document::setText(const QByteArray &text)
     m_text = text;
     for (auto i = text.indexOf('\n'); i >= 0; i = text.indexOf('\n', i + 1))
         m_lineStarts.push_back(int(i) + 1);
+    int characters = 0;
+    for (int i = 0; i < int(text.size()); ++i) {
+        if (!isContinuation(text.at(i)))
+            ++characters;
+        if ((i + 1) % blockSize == 0)
+            m_charactersBefore.push_back(characters);
+    }
 }
 
 void Document::setFault(Fault fault, const Range &range, const QString &text, const QString &help)

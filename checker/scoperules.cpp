@@ -74,7 +74,7 @@ QString unquoted(const QJsonValue &value, ThemeKey::Type type)
 {
     static const QRegularExpression number(
             QStringLiteral("^\\s*(-?(?:0|[1-9]\\d*)(?:\\.\\d+)?)\\s*(?:pt|px|em)?\\s*$"));
-    const QString text = value.toString();
+    QString text = value.toString();
     if (type == ThemeKey::Truth
         && (text == QLatin1String("true") || text == QLatin1String("false")))
         return text;

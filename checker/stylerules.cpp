@@ -178,7 +178,10 @@ private:
                 QStringLiteral(R"([cC]olor\s*(?::|=|===?|\?|:)\s*$)"));
         static const QRegularExpression hexadecimal(
                 QStringLiteral("^#(?:[0-9a-fA-F]{3,4}|[0-9a-fA-F]{6}|[0-9a-fA-F]{8})$"));
-        const QString text = QString::fromUtf8(document.text());
+        const QByteArray &bytes = document.text();
+        const QString text = QString::fromUtf8(bytes.constData(), int(bytes.size()));
+        int known = 0;
+        int knownOffset = 0;
         QRegularExpressionMatchIterator tokens = token.globalMatch(text);
         while (tokens.hasNext()) {
             const QRegularExpressionMatch match = tokens.next();
@@ -193,8 +196,10 @@ private:
                     || (colorProperty.match(before).hasMatch() && readColor(content).isValid());
             if (!isColor || content == QLatin1String("transparent"))
                 continue;
-            const int begin = int(text.left(start).toUtf8().size());
-            findings.add(Code::StyleColor, Range{ begin, begin + int(found.toUtf8().size()) },
+            knownOffset += int(text.mid(known, start - known).toUtf8().size());
+            known = start;
+            findings.add(Code::StyleColor,
+                         Range{ knownOffset, knownOffset + int(found.toUtf8().size()) },
                          QStringLiteral("the color %1 is the same in every theme")
                                  .arg(Words::quoted(found)),
                          QStringLiteral("read `Theme.colors` instead"));

@@ -58,7 +58,8 @@ int lastBefore(const QByteArray &text, int offset)
 
 QString cut(const QByteArray &text, const Range &range)
 {
-    return Words::quoted(QString::fromUtf8(text.mid(range.begin, range.end - range.begin)));
+    return Words::quoted(
+            QString::fromUtf8(text.constData() + range.begin, range.end - range.begin));
 }
 
 /// What people write in place of JSON, whatever was expected there.
