@@ -92,9 +92,12 @@ public:
         if (!parser.isSet(m_watch))
             return result;
         // Made after the first check would be too late for what changes during it.
-        QObject::connect(m_themeWatch.get(), &ThemeWatch::changed, m_themeWatch.get(),
-                         [this] { checkOnce(); });
-        return QCoreApplication::exec();
+        QObject::connect(m_themeWatch.get(), &ThemeWatch::changed, m_themeWatch.get(), [this] {
+            checkOnce();
+            if (isOutputLost())
+                QCoreApplication::exit(UsageError);
+        });
+        return isOutputLost() ? int(UsageError) : QCoreApplication::exec();
     }
 
 private:

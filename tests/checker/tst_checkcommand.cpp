@@ -24,6 +24,12 @@ private Q_SLOTS:
     void exitCodes_data();
     void exitCodes();
     void failuresDoNotHideProblems();
+    void namesCannotForgeLines();
+    void longLinesTakeNoTime_data();
+    void longLinesTakeNoTime();
+    void outputThatIsLost_data();
+    void outputThatIsLost();
+    void filesAreNotPrintedInto();
     void codes();
     void formats();
     void noColorsWhenPiped();
@@ -252,6 +258,85 @@ void tst_CheckCommand::failuresDoNotHideProblems()
     QVERIFY(result.output.contains(QLatin1String("[empty-title]")));
     QCOMPARE(result.errors,
              QStringLiteral("tavolins check: there is no file or folder \"nowhere\"\n"));
+}
+
+/// What stands in names of files and in arguments can't look like lines of a report.
+void tst_CheckCommand::namesCannotForgeLines()
+{
+    write(QStringLiteral("t/a\nb.thm"), R"({ "title": "" })");
+    const Result file = run(tool("check t"));
+    QVERIFY(file.output.startsWith(QStringLiteral("t/a\uFFFDb.thm:1:12: error: ")));
+    QCOMPARE(file.output.count(QLatin1Char('\n')), 2);
+    const Result argument = run({ QStringLiteral(TOOL_PROGRAM), QStringLiteral("check"),
+                                  QStringLiteral("\033[2Jno\nwhere") });
+    QCOMPARE(argument.errors,
+             QStringLiteral(
+                     "tavolins check: there is no file or folder \"\uFFFD[2Jno\uFFFDwhere\"\n"));
+}
+
+void tst_CheckCommand::longLinesTakeNoTime_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("lastLine");
+    QTest::newRow("keys that are written again") << QStringLiteral("t/b.thm")
+                                                 << QByteArray("{ \"title\": \"B\", \"global\": { ")
+                    + QByteArray("\"radius\": 1, ").repeated(20000) + "\"radius\": 1 } }"
+                                                 << QStringLiteral("2 themes: 20000 errors");
+    QTest::newRow("colors of a style")
+            << QStringLiteral("t/styles/Card.qml")
+            << QByteArray("import QtQml 2.0\nQtObject { property var a: [")
+                    + QByteArray("\"#fff\", ").repeated(20000) + "1] }\n"
+            << QStringLiteral("1 theme: 20000 notes");
+}
+
+/// Each problem has its column and an excerpt of its line, which must not be counted out anew.
+void tst_CheckCommand::longLinesTakeNoTime()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, text);
+    QFETCH(QString, lastLine);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    write(name, text);
+    // Within the time that a run has; it took minutes once.
+    const Result result = run(tool("check t"));
+    QCOMPARE(result.output.trimmed().section(QLatin1Char('\n'), -1), lastLine);
+}
+
+void tst_CheckCommand::outputThatIsLost_data()
+{
+    QTest::addColumn<QString>("arguments");
+    for (const char *arguments :
+         { "--help", "--version", "check t", "check t --watch", "check t --format sarif",
+           "check --list-codes", "explain bad-radius", "schema", "show t/a.thm" })
+        QTest::newRow(arguments) << QString::fromLatin1(arguments);
+}
+
+void tst_CheckCommand::outputThatIsLost()
+{
+    QFETCH(QString, arguments);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    for (const char *redirection : { " >/dev/full", " >&-" }) {
+        const Result result = run(
+                { QStringLiteral("sh"), QStringLiteral("-c"),
+                  QStringLiteral(TOOL_PROGRAM " ") + arguments + QLatin1String(redirection) });
+        QVERIFY2(result.errors.startsWith(QLatin1String("tavolins: the output can't be written: ")),
+                 redirection);
+        QCOMPARE(result.exitCode, 2);
+    }
+}
+
+/// The first file that is opened takes the number of a closed stream.
+void tst_CheckCommand::filesAreNotPrintedInto()
+{
+    QCOMPARE(run({ QStringLiteral("sh"), QStringLiteral("-c"),
+                   QStringLiteral(TOOL_PROGRAM " new A -o a.thm >&-") })
+                     .exitCode,
+             2);
+    QFile theme(folder() + QStringLiteral("/a.thm"));
+    QVERIFY(theme.open(QIODevice::ReadOnly));
+    const QByteArray text = theme.readAll();
+    QVERIFY2(text.endsWith("\n}\n"), text.constData());
 }
 
 void tst_CheckCommand::codes()
