@@ -218,7 +218,7 @@ void Document::setText(const QByteArray &text)
     }
 }
 
-void Document::setFault(Fault fault, const Range &range, const QString &text, const QString &help)
+void Document::setFault(Fault fault, Range range, const QString &text, const QString &help)
 {
     m_fault = fault;
     m_faultRange = range;
@@ -253,7 +253,7 @@ void Document::parse()
     assign(&m_root, m_object);
 }
 
-void Document::describeSyntaxError(const QJsonParseError &qtError)
+void Document::describeSyntaxError(QJsonParseError qtError)
 {
     const QByteArray trimmed = m_text.trimmed();
     // Plain values are JSON, but Qt reads documents that are lists or objects only.

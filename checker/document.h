@@ -115,10 +115,9 @@ private:
 
     void setText(const QByteArray &text);
     void parse();
-    void setFault(Fault fault, const Range &range, const QString &text,
-                  const QString &help = QString());
+    void setFault(Fault fault, Range range, const QString &text, const QString &help = QString());
     bool findBadEncoding();
-    void describeSyntaxError(const QJsonParseError &error);
+    void describeSyntaxError(QJsonParseError error);
 
     QByteArray m_text;
     QJsonObject m_object;

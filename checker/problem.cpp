@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-void Problem::locate(const QString &path, const Document &document, const Range &range)
+void Problem::locate(const QString &path, const Document &document, Range range)
 {
     file = path;
     begin = document.position(range.begin);

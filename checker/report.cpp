@@ -22,7 +22,7 @@ const QLatin1String cyan("\033[1;36m");
 const QLatin1String green("\033[32m");
 const QLatin1String plain("\033[0m");
 
-QString painted(const QString &text, const QLatin1String &color, const Report::TextStyle &style)
+QString painted(const QString &text, QLatin1String color, Report::TextStyle style)
 {
     return style.hasColors ? color + text + plain : text;
 }
@@ -41,7 +41,7 @@ QLatin1String colorOf(Severity severity)
 }
 
 /// The line of \a problem with a mark under its place.
-QString source(const Problem &problem, const Report::TextStyle &style)
+QString source(const Problem &problem, Report::TextStyle style)
 {
     QString line;
     QString marks;
@@ -71,7 +71,7 @@ QString source(const Problem &problem, const Report::TextStyle &style)
             + QLatin1Char('\n');
 }
 
-QString text(const Problem &problem, const Report::TextStyle &style)
+QString text(const Problem &problem, Report::TextStyle style)
 {
     const QString place = QStringLiteral("%1:%2:%3:")
                                   .arg(Words::harmless(problem.file))
@@ -157,7 +157,7 @@ QJsonObject sarifResult(const Problem &problem)
 
 } // namespace
 
-QString Report::text(const CheckReport &report, const TextStyle &style)
+QString Report::text(const CheckReport &report, TextStyle style)
 {
     QString result;
     for (const Problem &problem : report.problems)

@@ -212,7 +212,8 @@ private:
     {
         const QJsonValue &value = member.node.value;
         QStringList names;
-        for (const ThemeKey &key : ThemeKeys::at(ThemeKey::Document)) {
+        const QVector<ThemeKey> keys = ThemeKeys::at(ThemeKey::Document);
+        for (const ThemeKey &key : keys) {
             if (!key.name.isEmpty() && hasType(value, key.type))
                 names.append(key.name);
         }

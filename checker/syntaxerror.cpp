@@ -56,7 +56,7 @@ int lastBefore(const QByteArray &text, int offset)
     return offset;
 }
 
-QString cut(const QByteArray &text, const Range &range)
+QString cut(const QByteArray &text, Range range)
 {
     return Words::quoted(
             QString::fromUtf8(text.constData() + range.begin, range.end - range.begin));
@@ -242,7 +242,7 @@ void describe(const QByteArray &text, int code, SyntaxError *error)
 
 } // namespace
 
-SyntaxError SyntaxError::find(const QByteArray &text, const QJsonParseError &qtError)
+SyntaxError SyntaxError::find(const QByteArray &text, QJsonParseError qtError)
 {
     SyntaxError error;
     // Qt's parser takes more than the standard, so the standard's first offence need not be what

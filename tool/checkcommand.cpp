@@ -118,7 +118,7 @@ private:
                     .arg(parser.value(m_color));
         if (parser.isSet(m_watch) && format == QLatin1String("sarif"))
             return QStringLiteral("--watch goes with the formats text and json only.");
-        const QString problem = readCodes();
+        QString problem = readCodes();
         if (!problem.isEmpty())
             return problem;
         m_options.warningsAreErrors = parser.isSet(m_werror);
