@@ -68,7 +68,7 @@ QString originOf(const QString &name, Document document)
 /// Why the theme of the file at \a path does not come to be; empty if it does.
 QString faultOf(const QString &path)
 {
-    const auto placed = [](const Position &position, const QString &fault) {
+    const auto placed = [](Position position, const QString &fault) {
         return QStringLiteral("line %1, column %2: %3")
                 .arg(position.line)
                 .arg(position.column)

@@ -349,6 +349,7 @@ private:
 void tst_CheckWatch::races()
 {
     std::vector<std::unique_ptr<Race>> races;
+    races.reserve(WayCount);
     for (int way = 0; way < WayCount; ++way)
         races.push_back(std::make_unique<Race>(folder() + QLatin1Char('/') + QString::number(way),
                                                Way(way)));
