@@ -64,6 +64,7 @@ public:
             if (!m_folders.at(i).isRequested)
                 continue;
             tell(checkHidden(m_folders.at(i)));
+            tell(checkClosed(m_folders.at(i)));
             if (areWanted(styleCodes))
                 tell(checkStyles(m_folders.at(i).paths, m_set, stylesOutside(i),
                                  m_options.importPaths));
@@ -274,6 +275,23 @@ private:
                              Document::read(file.filePath()).faultText()
                                      + QStringLiteral(", so it is passed over"));
             }
+            problems += findings.problems();
+        }
+        return problems;
+    }
+
+    /// Folders beside the themes that the catalogue finds nothing in as they can't be read.
+    QVector<Problem> checkClosed(const Folder &folder) const
+    {
+        QVector<Problem> problems;
+        for (const char *name : { "fonts", "styles" }) {
+            const QFileInfo beside(QDir(folder.paths.filePath).filePath(QLatin1String(name)));
+            if (!beside.isDir() || (beside.isReadable() && beside.isExecutable()))
+                continue;
+            const Document nothing = Document::plain(QByteArray());
+            Findings findings(shownPath(folder, QLatin1String(name)), nothing);
+            findings.add(Code::UnreadableFile, Range{ 0, 0 },
+                         QStringLiteral("this folder can't be read, so it is passed over"));
             problems += findings.problems();
         }
         return problems;

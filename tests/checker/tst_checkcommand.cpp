@@ -24,6 +24,7 @@ private Q_SLOTS:
     void exitCodes_data();
     void exitCodes();
     void failuresDoNotHideProblems();
+    void whatMayNotBeReadIsTold();
     void namesCannotForgeLines();
     void longLinesTakeNoTime_data();
     void longLinesTakeNoTime();
@@ -258,6 +259,38 @@ void tst_CheckCommand::failuresDoNotHideProblems()
     QVERIFY(result.output.contains(QLatin1String("[empty-title]")));
     QCOMPARE(result.errors,
              QStringLiteral("tavolins check: there is no file or folder \"nowhere\"\n"));
+}
+
+void tst_CheckCommand::whatMayNotBeReadIsTold()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("t/b.thm"), R"({ "title": "B" })");
+    write(QStringLiteral("t/styles/Card.qml"), "import QtQml 2.0\nQtObject {}\n");
+    write(QStringLiteral("t/fonts/x.ttf"), "no font");
+    write(QStringLiteral("closed/a.thm"), R"({ "title": "A" })");
+    const QStringList closed = { QStringLiteral("t/b.thm"), QStringLiteral("t/styles"),
+                                 QStringLiteral("t/fonts"), QStringLiteral("closed") };
+    for (const QString &name : closed)
+        QVERIFY(QFile::setPermissions(folder() + QLatin1Char('/') + name, QFile::Permissions()));
+    const bool mayReadAll = QFileInfo(folder() + QStringLiteral("/closed")).isReadable();
+    const Result result = run(tool("check t closed"));
+    for (const QString &name : closed)
+        QVERIFY(QFile::setPermissions(folder() + QLatin1Char('/') + name,
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    if (mayReadAll)
+        QSKIP("this user may read everything");
+    QCOMPARE(
+            result.output,
+            QStringLiteral("t/b.thm:1:1: error: the file can't be opened, so the theme is left out "
+                           "[unreadable-file]\n"
+                           "t/fonts:1:1: error: this folder can't be read, so it is passed over "
+                           "[unreadable-file]\n"
+                           "t/styles:1:1: error: this folder can't be read, so it is passed over "
+                           "[unreadable-file]\n"
+                           "2 themes: 3 errors\n"));
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins check: the folder \"closed\" can't be read\n"));
+    QCOMPARE(result.exitCode, 2);
 }
 
 /// What stands in names of files and in arguments can't look like lines of a report.
