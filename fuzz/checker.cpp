@@ -47,7 +47,7 @@ bool isCatalogued(const ThemeManager *manager, const QString &path)
 
 void checkPlaces(const CheckReport &report, const QByteArray &text)
 {
-    const int lines = text.count('\n') + 1;
+    const int lines = int(text.count('\n')) + 1;
     for (const Problem &problem : report.problems) {
         FuzzSession::check(problem.begin.line >= 1 && problem.begin.column >= 1,
                            "a problem has a place");

@@ -101,7 +101,7 @@ private:
     void read()
     {
         m_output += m_process.readAllStandardOutput();
-        for (int end = m_output.indexOf('\n'); end >= 0; end = m_output.indexOf('\n')) {
+        for (auto end = m_output.indexOf('\n'); end >= 0; end = m_output.indexOf('\n')) {
             Told told;
             told.time = now();
             told.serial = -1;
@@ -426,7 +426,7 @@ void tst_CheckWatch::otherFilesOfTheFolderAreFollowed()
     write(name, content);
     QTRY_VERIFY_WITH_TIMEOUT(problems() > 1, lostMilliseconds);
     // Once more, in the file that is watched by now.
-    const int reports = watcher.told().size();
+    const int reports = int(watcher.told().size());
     write(name, content + " ");
     QTRY_VERIFY_WITH_TIMEOUT(watcher.told().size() > reports, lostMilliseconds);
     QFile::remove(folder() + QLatin1Char('/') + name);

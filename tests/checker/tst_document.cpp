@@ -121,7 +121,7 @@ void tst_Document::positions()
     QFETCH(QByteArray, before);
     QFETCH(int, line);
     QFETCH(int, column);
-    const Position position = Document::plain(before + "x").position(before.size());
+    const Position position = Document::plain(before + "x").position(int(before.size()));
     QCOMPARE(position.line, line);
     QCOMPARE(position.column, column);
 }
@@ -147,7 +147,7 @@ void tst_Document::excerptsOfLongLines()
     const std::u32string characters = line.toStdU32String();
     const QByteArray before("first\n");
     const Document document = Document::plain(before + line.toUtf8() + "\r\nlast");
-    int offset = before.size();
+    int offset = int(before.size());
     for (size_t i = 0; i <= characters.size(); ++i) {
         QCOMPARE(document.position(offset).line, 2);
         QCOMPARE(document.position(offset).column, int(i) + 1);
