@@ -137,10 +137,12 @@ int Document::charactersBefore(int offset) const
 {
     const int end = std::min(offset, int(m_text.size()));
     const int block = end / blockSize;
-    const char *const text = m_text.constData();
-    const int inBlock = int(std::count_if(text + block * blockSize, text + end,
-                                          [](char byte) { return !isContinuation(byte); }));
-    return m_charactersBefore[size_t(block)] + inBlock;
+    int characters = m_charactersBefore[size_t(block)];
+    for (int i = block * blockSize; i < end; ++i) {
+        if (!isContinuation(m_text.at(i)))
+            ++characters;
+    }
+    return characters;
 }
 
 Range Document::rangeAt(int line, int column) const

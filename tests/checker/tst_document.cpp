@@ -64,7 +64,7 @@ QString placesProblem(const Document &document, const Node &node, const QJsonVal
         if (member.isReplaced)
             continue;
         keys.append(member.key);
-        const QString problem = placesProblem(document, member.node, object.value(member.key));
+        QString problem = placesProblem(document, member.node, object.value(member.key));
         if (!problem.isEmpty())
             return problem;
     }
