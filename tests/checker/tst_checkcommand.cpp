@@ -157,7 +157,8 @@ void tst_CheckCommand::helps()
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QString());
     QVERIFY(result.output.startsWith(QLatin1String("Usage: tavolins ")));
-    for (const QString &word : words(expected.toUtf8().constData()))
+    const QStringList expectedWords = words(expected.toUtf8().constData());
+    for (const QString &word : expectedWords)
         QVERIFY2(result.output.contains(word), qPrintable(word));
 }
 

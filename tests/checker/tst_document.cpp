@@ -30,7 +30,7 @@ private Q_SLOTS:
 
 namespace {
 
-QByteArray part(const Document &document, const Range &range)
+QByteArray part(const Document &document, Range range)
 {
     return document.text().mid(range.begin, range.end - range.begin);
 }

@@ -119,7 +119,7 @@ void tst_StarterTheme::everyTextIsReadable()
     const LoadedFolder themes(folder());
     QCOMPARE(themes.themes().size(), 1);
     for (const char *classname : { "", "header", "primary", "danger", "muted", "code" }) {
-        const EffectiveValues values = EffectiveValues::of(themes, themes.themes().first(),
+        const EffectiveValues values = EffectiveValues::of(themes, themes.themes().constFirst(),
                                                            QLatin1String(classname));
         const auto color = [&values](const QString &name) {
             return values.find(QStringLiteral("colors/") + name)->value.value<QColor>();

@@ -106,7 +106,7 @@ QVector<EffectiveValue> tst_ThemeKeys::valuesOf(const QByteArray &theme)
     const LoadedFolder themes(folder());
     if (themes.themes().size() != 1)
         qFatal("the theme is not loaded");
-    return EffectiveValues::of(themes, themes.themes().first(), QString()).values;
+    return EffectiveValues::of(themes, themes.themes().constFirst(), QString()).values;
 }
 
 void tst_ThemeKeys::colorsAreThePropertiesOfTheGroup()
