@@ -1,8 +1,8 @@
 #include "checker/effectivevalues.h"
 
-#include "checker/fontdatabase.h"
 #include "checker/lineage.h"
 #include "checker/loadedfolder.h"
+#include "checker/qtfonts.h"
 #include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "theme/theme.h"
@@ -288,7 +288,7 @@ private:
     {
         const QByteArray property = (name + fontSuffix).toLatin1();
         const QString family = m_fonts->property(property.constData()).value<QFont>().family();
-        return !style.isEmpty() && FontDatabase::weight(family, style) != -1;
+        return !style.isEmpty() && QtFonts::weight(family, style) != -1;
     }
 
     static bool isCapitalization(const QString &text)

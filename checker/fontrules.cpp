@@ -1,6 +1,6 @@
 // Rules for fonts.
 
-#include "checker/fontdatabase.h"
+#include "checker/qtfonts.h"
 #include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "checker/words.h"
@@ -164,7 +164,7 @@ private:
     {
         const QStringList weights = m_context.fonts.weights(family);
         for (const QString &name : weights) {
-            if (FontDatabase::weight(family, name) > boldThreshold)
+            if (QtFonts::weight(family, name) > boldThreshold)
                 return name;
         }
         return QString();

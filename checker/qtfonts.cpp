@@ -1,4 +1,4 @@
-#include "checker/fontdatabase.h"
+#include "checker/qtfonts.h"
 
 #include <QtGui/QFontDatabase>
 
@@ -8,22 +8,22 @@
 #define DATABASE QFontDatabase().
 #endif
 
-bool FontDatabase::hasFamily(const QString &family)
+bool QtFonts::hasFamily(const QString &family)
 {
     return DATABASE hasFamily(family);
 }
 
-QStringList FontDatabase::styles(const QString &family)
+QStringList QtFonts::styles(const QString &family)
 {
     return DATABASE styles(family);
 }
 
-bool FontDatabase::isItalic(const QString &family, const QString &style)
+bool QtFonts::isItalic(const QString &family, const QString &style)
 {
     return DATABASE italic(family, style);
 }
 
-int FontDatabase::weight(const QString &family, const QString &style)
+int QtFonts::weight(const QString &family, const QString &style)
 {
     return DATABASE weight(family, style);
 }

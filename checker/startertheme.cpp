@@ -1,8 +1,8 @@
 #include "checker/startertheme.h"
 
 #include "checker/channel.h"
-#include "checker/fontdatabase.h"
 #include "checker/palette.h"
+#include "checker/qtfonts.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -69,7 +69,7 @@ QString fixedFamily()
 QString bold()
 {
     const QString style = QStringLiteral("Bold");
-    if (FontDatabase::weight(QFontInfo(QFont()).family(), style) == -1)
+    if (QtFonts::weight(QFontInfo(QFont()).family(), style) == -1)
         return QString();
     return QStringLiteral(", \"weight\": \"Bold\"");
 }
