@@ -167,11 +167,11 @@ void tst_Install::filesAreInstalled_data()
     };
     if (TAVOLINS_HAS_TOOL) {
         files += {
-            QStringLiteral("bin/tavolins"),
-            QStringLiteral("share/man/man1/tavolins.1"),
-            QStringLiteral("share/bash-completion/completions/tavolins"),
-            QStringLiteral("share/zsh/site-functions/_tavolins"),
-            QStringLiteral("share/fish/vendor_completions.d/tavolins.fish"),
+            QStringLiteral("bin/tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/man/man1/tavolins" TAVOLINS_QT_SUFFIX ".1"),
+            QStringLiteral("share/bash-completion/completions/tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/zsh/site-functions/_tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/fish/vendor_completions.d/tavolins" TAVOLINS_QT_SUFFIX ".fish"),
         };
     }
     for (const QString &file : files)
@@ -325,8 +325,9 @@ void tst_Install::commandRunsFromThePrefixAlone()
         QSKIP("built without the command");
     QByteArray output;
     const int exitCode = run(
-            installed(QStringLiteral("bin/tavolins")),
-            { QStringLiteral("check"), installed(QStringLiteral("share/tavolins/themes")) },
+            installed(QStringLiteral("bin/tavolins" TAVOLINS_QT_SUFFIX)),
+            { QStringLiteral("check"),
+              installed(QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes")) },
             &output);
     QCOMPARE(output, QByteArray("5 themes: no problem\n"));
     QCOMPARE(exitCode, 0);
