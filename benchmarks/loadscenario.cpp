@@ -4,6 +4,7 @@
 #include "phase.h"
 #include "themefiles.h"
 
+#include "checker/checker.h"
 #include "manager/thememanager.h"
 
 #include <QtCore/QDir>
@@ -20,6 +21,7 @@ struct Folder
 
 const Folder knownFolders[] = {
     { "plain", [](const ThemeFiles &files, int count) { files.writeMany(count); } },
+    { "clean", [](const ThemeFiles &files, int count) { files.writeClean(count); } },
     { "styles",
       [](const ThemeFiles &files, int count) {
           files.writeMany(count);
@@ -64,6 +66,25 @@ int loadAll(const QString &path)
     return manager->rowCount(QModelIndex()) - before;
 }
 
+/// \return how many themes were checked.
+int checkAll(const QString &path)
+{
+    return checkThemes({ path }).themes;
+}
+
+int (*readerOf(LoadScenario::Reader reader))(const QString &path)
+{
+    switch (reader) {
+    case LoadScenario::Reader::Tavolins:
+        return loadAll;
+    case LoadScenario::Reader::Json:
+        return parseAll;
+    case LoadScenario::Reader::Checker:
+        break;
+    }
+    return checkAll;
+}
+
 } // namespace
 
 QStringList LoadScenario::folders()
@@ -76,7 +97,7 @@ QStringList LoadScenario::folders()
 
 QJsonObject LoadScenario::run() const
 {
-    int (*const read)(const QString &path) = reader == Reader::Tavolins ? loadAll : parseAll;
+    int (*const read)(const QString &path) = readerOf(reader);
 
     const ThemeFiles warmUp;
     warmUp.writeLooks();

@@ -11,6 +11,8 @@ struct LoadScenario
         Tavolins,
         /// What can't be saved: listing the folder, reading the files and parsing their JSON.
         Json,
+        /// What `tavolins check` does with the folder.
+        Checker,
     };
 
     Reader reader = Reader::Tavolins;

@@ -67,7 +67,7 @@ public:
         add("measure", "items: life, destruction, evaluations or reload.", "life");
         add("order", "items: destroy in the order of creation, in reverse or at random.",
             "creation");
-        add("reader", "load: tavolins or json, the floor.", "tavolins");
+        add("reader", "load: tavolins, checker or json, the floor.", "tavolins");
         add("folder", "load: what the folder holds.", "plain");
         add("count", "How many items, themes or calls.", "1000");
         m_parser.process(*QCoreApplication::instance());
@@ -146,8 +146,10 @@ QJsonObject runLoad(const Arguments &arguments)
 {
     typedef LoadScenario::Reader Reader;
     LoadScenario scenario;
-    scenario.reader = arguments.choice<Reader>(
-            "reader", { { "tavolins", Reader::Tavolins }, { "json", Reader::Json } });
+    scenario.reader = arguments.choice<Reader>("reader",
+                                               { { "tavolins", Reader::Tavolins },
+                                                 { "json", Reader::Json },
+                                                 { "checker", Reader::Checker } });
     scenario.folder = arguments.oneOf("folder", LoadScenario::folders());
     scenario.count = arguments.count();
     return scenario.run();

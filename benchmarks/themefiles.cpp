@@ -133,6 +133,31 @@ void ThemeFiles::writeMany(int count) const
     }
 }
 
+void ThemeFiles::writeClean(int count) const
+{
+    const QJsonObject colors{
+        { QStringLiteral("foreground"), QStringLiteral("#102030") },
+        { QStringLiteral("lighterForeground"), QStringLiteral("#203040") },
+        { QStringLiteral("darkerForeground"), QStringLiteral("#000000") },
+        { QStringLiteral("background"), QStringLiteral("#ffffff") },
+        { QStringLiteral("lighterBackground"), QStringLiteral("#ffffff") },
+        { QStringLiteral("darkerBackground"), QStringLiteral("#e8e8e8") },
+        { QStringLiteral("selection"), QStringLiteral("#ffe9b8") },
+    };
+    const QJsonObject scope{ { QStringLiteral("colors"), colors },
+                             { QStringLiteral("fonts"),
+                               fonts(QStringLiteral("DejaVu Sans"), 16) } };
+    for (int i = 0; i < count; ++i) {
+        const QString title = numbered(QStringLiteral("clean"), i);
+        QJsonObject theme{ { QStringLiteral("title"), title },
+                           { QStringLiteral("global"), scope } };
+        for (int number = 0; number < classCount; ++number)
+            theme.insert(className(number), scope);
+        write(m_folder.filePath(title + QStringLiteral(".thm")),
+              QJsonDocument(theme).toJson(QJsonDocument::Compact));
+    }
+}
+
 void ThemeFiles::writeSmall(int count, Parents parents) const
 {
     // File names are listed in their order, so "later" comes after every "early".

@@ -30,6 +30,9 @@ public:
     /// Writes \a count themes of 3 KB with ten class scopes.
     void writeMany(int count) const;
 
+    /// Writes \a count themes of 3 KB in which the checker finds no problem.
+    void writeClean(int count) const;
+
     /// Writes \a count themes of a few lines.
     void writeSmall(int count, Parents parents) const;
 

@@ -64,6 +64,7 @@ public:
             if (!m_folders.at(i).isRequested)
                 continue;
             tell(checkHidden(m_folders.at(i)));
+            tell(checkClosed(m_folders.at(i)));
             if (areWanted(styleCodes))
                 tell(checkStyles(m_folders.at(i).paths, m_set, stylesOutside(i),
                                  m_options.importPaths));
@@ -113,7 +114,7 @@ private:
 
     void list(Folder &folder)
     {
-        folder.begin = m_set.themes.size();
+        folder.begin = int(m_set.themes.size());
         QStringList names = LoadOrder::themeFiles(folder.paths.filePath);
         if (names.isEmpty() && folder.isRequested && folder.requestedFiles.isEmpty())
             m_report.failures.append(
@@ -125,7 +126,7 @@ private:
         }
         for (const QString &name : qAsConst(names))
             summarize(folder, name);
-        folder.end = m_set.themes.size();
+        folder.end = int(m_set.themes.size());
     }
 
     void summarize(const Folder &folder, const QString &name)
@@ -169,16 +170,17 @@ private:
         const auto known = m_classNumbers.constFind(name);
         if (known != m_classNumbers.constEnd())
             return *known;
+        const int number = int(m_set.classNames.size());
         m_set.classNames.append(name);
-        m_classNumbers.insert(name, m_set.classNames.size() - 1);
-        return m_set.classNames.size() - 1;
+        m_classNumbers.insert(name, number);
+        return number;
     }
 
     /// The themes that are built: those asked for, and what they inherit from.
     QVector<bool> neededThemes() const
     {
         QVector<bool> needed(m_set.themes.size());
-        for (int i = m_set.order.catalogue.size() - 1; i >= 0; --i) {
+        for (int i = int(m_set.order.catalogue.size()) - 1; i >= 0; --i) {
             const int theme = m_set.order.catalogue.at(i);
             if (m_set.themes.at(theme).isRequested)
                 needed[theme] = true;
@@ -273,6 +275,23 @@ private:
                              Document::read(file.filePath()).faultText()
                                      + QStringLiteral(", so it is passed over"));
             }
+            problems += findings.problems();
+        }
+        return problems;
+    }
+
+    /// Folders beside the themes that the catalogue finds nothing in as they can't be read.
+    QVector<Problem> checkClosed(const Folder &folder) const
+    {
+        QVector<Problem> problems;
+        for (const char *name : { "fonts", "styles" }) {
+            const QFileInfo beside(QDir(folder.paths.filePath).filePath(QLatin1String(name)));
+            if (!beside.isDir() || (beside.isReadable() && beside.isExecutable()))
+                continue;
+            const Document nothing = Document::plain(QByteArray());
+            Findings findings(shownPath(folder, QLatin1String(name)), nothing);
+            findings.add(Code::UnreadableFile, Range{ 0, 0 },
+                         QStringLiteral("this folder can't be read, so it is passed over"));
             problems += findings.problems();
         }
         return problems;

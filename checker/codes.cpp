@@ -123,10 +123,10 @@ QString Codes::page(Code code)
         return QString();
     const QString text = QString::fromUtf8(file.readAll());
     const QString heading = QStringLiteral("\n## %1\n").arg(info(code).name);
-    const int begin = text.indexOf(heading);
+    const auto begin = text.indexOf(heading);
     if (begin < 0)
         return QString();
-    const int body = begin + heading.size();
+    const auto body = begin + heading.size();
     return text.mid(body, text.indexOf(QLatin1String("\n## "), body) - body).trimmed();
 }
 

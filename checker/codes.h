@@ -64,7 +64,7 @@ enum class Code {
     FontFileRefused
 };
 
-inline uint qHash(Code code, uint seed = 0)
+inline auto qHash(Code code, decltype(::qHash(0)) seed = 0)
 {
     return ::qHash(int(code), seed);
 }

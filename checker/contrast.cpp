@@ -1,5 +1,7 @@
 #include "checker/contrast.h"
 
+#include "checker/channel.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,11 +13,11 @@ const int lightnessSteps = 1024;
 /// \a color as it is written in six digits, at another \a lightness.
 QColor withLightness(const QColor &color, double lightness)
 {
-    const double hue = color.hslHueF();
+    const Channel hue = color.hslHueF();
     QColor result;
     // Grey has no hue, which Qt tells by -1 and does not take back for every value.
     result.setHslF(hue < 0 ? 0 : hue, hue < 0 ? 0 : color.hslSaturationF(),
-                   std::clamp(lightness, 0.0, 1.0));
+                   Channel(std::clamp(lightness, 0.0, 1.0)));
     return QColor(result.rgb());
 }
 
@@ -45,7 +47,7 @@ int stepsToPass(const QColor &color, const QColor &surface, double target, int d
 
 QColor Contrast::blended(const QColor &top, const QColor &bottom)
 {
-    const auto mix = [&top](double above, double below) {
+    const auto mix = [&top](Channel above, Channel below) {
         return above * top.alphaF() + below * (1 - top.alphaF());
     };
     return QColor::fromRgbF(mix(top.redF(), bottom.redF()), mix(top.greenF(), bottom.greenF()),

@@ -32,6 +32,11 @@ void assign(Node *node, const QJsonValue &value)
         assign(&member.node, object.value(member.key));
 }
 
+const int longestExcerpt = 100;
+const int excerptBefore = 60;
+
+const int blockSize = 1024;
+
 bool isContinuation(char byte)
 {
     return (uchar(byte) & 0xc0) == 0x80;
@@ -124,50 +129,98 @@ Position Document::position(int offset) const
     int begin = *std::prev(next);
     if (begin == 0 && hasByteOrderMark())
         begin = std::min(offset, 3);
-    for (int i = begin; i < std::min(offset, m_text.size()); ++i) {
-        if (!isContinuation(m_text.at(i)))
-            ++position.column;
-    }
+    position.column += charactersBefore(offset) - charactersBefore(begin);
     return position;
+}
+
+int Document::charactersBefore(int offset) const
+{
+    const int end = std::min(offset, int(m_text.size()));
+    const int block = end / blockSize;
+    int characters = m_charactersBefore[size_t(block)];
+    for (int i = block * blockSize; i < end; ++i) {
+        if (!isContinuation(m_text.at(i)))
+            ++characters;
+    }
+    return characters;
 }
 
 Range Document::rangeAt(int line, int column) const
 {
     if (line < 1 || line > int(m_lineStarts.size()))
         return Range();
-    const QString text = QString::fromUtf8(this->line(line));
-    const int first = std::clamp(column - 1, 0, text.size());
+    const QByteArray bytes = this->line(line);
+    // With its size: a text may have zero bytes in it.
+    const QString text = QString::fromUtf8(bytes.constData(), int(bytes.size()));
+    const int first = std::clamp(column - 1, 0, int(text.size()));
     int last = first;
     while (last < text.size()
            && (text.at(last).isLetterOrNumber() || text.at(last) == QLatin1Char('_')))
         ++last;
-    const int begin = m_lineStarts[size_t(line - 1)] + text.left(first).toUtf8().size();
-    return Range{ begin, begin + text.mid(first, last - first).toUtf8().size() };
+    const int begin = m_lineStarts[size_t(line - 1)] + int(text.left(first).toUtf8().size());
+    return Range{ begin, begin + int(text.mid(first, last - first).toUtf8().size()) };
 }
 
 QByteArray Document::line(int number) const
 {
     if (number < 1 || number > int(m_lineStarts.size()))
         return QByteArray();
-    int begin = m_lineStarts[size_t(number - 1)];
-    int end = m_text.indexOf('\n', begin);
-    if (end < 0)
-        end = m_text.size();
-    if (end > begin && m_text.at(end - 1) == '\r')
-        --end;
-    if (begin == 0 && hasByteOrderMark())
-        begin = 3;
-    return m_text.mid(begin, end - begin);
+    const Range range = lineRange(number);
+    return m_text.mid(range.begin, range.end - range.begin);
+}
+
+Range Document::lineRange(int number) const
+{
+    Range range;
+    range.begin = m_lineStarts[size_t(number - 1)];
+    range.end = number < int(m_lineStarts.size()) ? m_lineStarts[size_t(number)] - 1
+                                                  : int(m_text.size());
+    if (range.end > range.begin && m_text.at(range.end - 1) == '\r')
+        --range.end;
+    if (range.begin == 0 && hasByteOrderMark())
+        range.begin = 3;
+    return range;
+}
+
+QString Document::excerpt(int offset, int *column) const
+{
+    const Position place = position(offset);
+    const Range line = lineRange(place.line);
+    const int length = charactersBefore(line.end) - charactersBefore(line.begin);
+    *column = 0;
+    Range part = line;
+    if (length > longestExcerpt) {
+        const int before = place.column - 1;
+        *column = std::clamp(before - excerptBefore, 0, length - longestExcerpt);
+        part.begin = std::min(offset, int(m_text.size()));
+        for (int left = before - *column; left > 0;) {
+            if (!isContinuation(m_text.at(--part.begin)))
+                --left;
+        }
+        part.end = part.begin;
+        for (int left = longestExcerpt; part.end < line.end; ++part.end) {
+            if (!isContinuation(m_text.at(part.end)) && --left < 0)
+                break;
+        }
+    }
+    return QString::fromUtf8(m_text.constData() + part.begin, part.end - part.begin);
 }
 
 void Document::setText(const QByteArray &text)
 {
     m_text = text;
-    for (int i = text.indexOf('\n'); i >= 0; i = text.indexOf('\n', i + 1))
-        m_lineStarts.push_back(i + 1);
+    for (auto i = text.indexOf('\n'); i >= 0; i = text.indexOf('\n', i + 1))
+        m_lineStarts.push_back(int(i) + 1);
+    int characters = 0;
+    for (int i = 0; i < int(text.size()); ++i) {
+        if (!isContinuation(text.at(i)))
+            ++characters;
+        if ((i + 1) % blockSize == 0)
+            m_charactersBefore.push_back(characters);
+    }
 }
 
-void Document::setFault(Fault fault, const Range &range, const QString &text, const QString &help)
+void Document::setFault(Fault fault, Range range, const QString &text, const QString &help)
 {
     m_fault = fault;
     m_faultRange = range;
@@ -189,7 +242,8 @@ void Document::parse()
         return;
     }
     if (!parsed.isObject()) {
-        setFault(NotAnObject, Range{ m_text.indexOf('['), m_text.indexOf('[') + 1 },
+        const int begin = int(m_text.indexOf('['));
+        setFault(NotAnObject, Range{ begin, begin + 1 },
                  QStringLiteral("the document is a list, not an object"));
         return;
     }
@@ -201,14 +255,14 @@ void Document::parse()
     assign(&m_root, m_object);
 }
 
-void Document::describeSyntaxError(const QJsonParseError &qtError)
+void Document::describeSyntaxError(QJsonParseError qtError)
 {
     const QByteArray trimmed = m_text.trimmed();
     // Plain values are JSON, but Qt reads documents that are lists or objects only.
     if (Positions::read(m_text, nullptr).offset < 0 && !trimmed.startsWith('{')
         && !trimmed.startsWith('[')) {
-        const int begin = m_text.indexOf(trimmed);
-        setFault(NotAnObject, Range{ begin, begin + trimmed.size() },
+        const int begin = int(m_text.indexOf(trimmed));
+        setFault(NotAnObject, Range{ begin, begin + int(trimmed.size()) },
                  QStringLiteral("the document is a plain value, not an object"));
         return;
     }

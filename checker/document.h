@@ -104,13 +104,20 @@ public:
     /// The text of the line \a number, without its end.
     QByteArray line(int number) const;
 
+    /// The line around \a offset or, when it is long, a part of it that begins some characters
+    /// before \a offset; how many characters of the line come before the part goes to \a column.
+    QString excerpt(int offset, int *column) const;
+
 private:
+    /// From where to where the line \a number goes, without its end.
+    Range lineRange(int number) const;
+    int charactersBefore(int offset) const;
+
     void setText(const QByteArray &text);
     void parse();
-    void setFault(Fault fault, const Range &range, const QString &text,
-                  const QString &help = QString());
+    void setFault(Fault fault, Range range, const QString &text, const QString &help = QString());
     bool findBadEncoding();
-    void describeSyntaxError(const QJsonParseError &error);
+    void describeSyntaxError(QJsonParseError error);
 
     QByteArray m_text;
     QJsonObject m_object;
@@ -120,4 +127,6 @@ private:
     QString m_faultHelp;
     Range m_faultRange;
     std::vector<int> m_lineStarts{ 0 };
+    /// How many characters come before each block of blockSize bytes: a text may be one long line.
+    std::vector<int> m_charactersBefore{ 0 };
 };

@@ -3,6 +3,8 @@
 #include "checker/rules.h"
 #include "checker/words.h"
 
+#include <QtCore/QHash>
+
 namespace {
 
 struct FaultCode
@@ -35,12 +37,24 @@ void reportFault(const Document &document, Findings &findings)
     }
 }
 
+QHash<QString, const Node::Member *> membersThatCount(const Node &object)
+{
+    QHash<QString, const Node::Member *> members;
+    for (const Node::Member &member : object.members) {
+        if (!member.isReplaced)
+            members.insert(member.key, &member);
+    }
+    return members;
+}
+
 void reportDuplicates(const Document &document, const Node &object, Findings &findings)
 {
+    QHash<QString, const Node::Member *> last;
     for (const Node::Member &member : object.members) {
         if (member.isReplaced) {
-            const Node::Member *last = object.member(member.key);
-            const int line = document.position(last->keyRange.begin).line;
+            if (last.isEmpty())
+                last = membersThatCount(object);
+            const int line = document.position(last.value(member.key)->keyRange.begin).line;
             const bool isSameLine = line == document.position(member.keyRange.begin).line;
             findings.add(Code::DuplicateKey, member.keyRange,
                          QStringLiteral("%1 is written again %2, so this value is lost")

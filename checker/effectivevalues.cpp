@@ -2,6 +2,8 @@
 
 #include "checker/lineage.h"
 #include "checker/loadedfolder.h"
+#include "checker/qtfonts.h"
+#include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "theme/theme.h"
 
@@ -10,7 +12,6 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QMap>
 #include <QtCore/QUrl>
-#include <QtGui/QFontDatabase>
 
 #include <algorithm>
 
@@ -118,11 +119,9 @@ Origins defaultFonts()
     return origins;
 }
 
-/// Whether the plugin takes \a value for a color.
 bool isColor(const QJsonValue &value)
 {
-    QVariant variant = value.toString();
-    return variant.convert(QMetaType::QColor);
+    return readColor(value.toString()).isValid();
 }
 
 /// Lays the colors of \a scope over \a origins.
@@ -289,7 +288,7 @@ private:
     {
         const QByteArray property = (name + fontSuffix).toLatin1();
         const QString family = m_fonts->property(property.constData()).value<QFont>().family();
-        return !style.isEmpty() && QFontDatabase().weight(family, style) != -1;
+        return !style.isEmpty() && QtFonts::weight(family, style) != -1;
     }
 
     static bool isCapitalization(const QString &text)

@@ -1,16 +1,16 @@
 #include "checker/findings.h"
 
-void Findings::add(Code code, const Range &range, const QString &message, const QStringList &help)
+void Findings::add(Code code, Range range, const QString &message, const QStringList &help)
 {
     add(Codes::info(code).severity, code, range, message, help);
 }
 
-void Findings::add(Code code, const Range &range, const QString &message, const QString &help)
+void Findings::add(Code code, Range range, const QString &message, const QString &help)
 {
     add(code, range, message, help.isEmpty() ? QStringList() : QStringList(help));
 }
 
-void Findings::add(Severity severity, Code code, const Range &range, const QString &message,
+void Findings::add(Severity severity, Code code, Range range, const QString &message,
                    const QStringList &help)
 {
     Problem problem;

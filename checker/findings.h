@@ -14,12 +14,12 @@ public:
     }
 
     /// Takes down a problem with the severity of its \a code.
-    void add(Code code, const Range &range, const QString &message,
+    void add(Code code, Range range, const QString &message,
              const QStringList &help = QStringList());
-    void add(Code code, const Range &range, const QString &message, const QString &help);
+    void add(Code code, Range range, const QString &message, const QString &help);
 
     /// Takes down a problem that is less grave than others of its \a code.
-    void add(Severity severity, Code code, const Range &range, const QString &message,
+    void add(Severity severity, Code code, Range range, const QString &message,
              const QStringList &help = QStringList());
 
     QVector<Problem> &problems() { return m_problems; }

@@ -3,7 +3,6 @@
 #include <QtCore/QHash>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <QtGui/QFontDatabase>
 
 /// What the font database knows of families, asked once for each of them.
 class FontFacts
@@ -16,13 +15,9 @@ public:
     QStringList weights(const QString &family);
 
     /// Whether "weight" can have the value \a name for \a family.
-    bool hasWeight(const QString &family, const QString &name) const;
-
-    /// The weight, as QFont has it, of the style \a name of \a family.
-    int weight(const QString &family, const QString &name) const;
+    static bool hasWeight(const QString &family, const QString &name);
 
 private:
-    QFontDatabase m_database;
     QHash<QString, bool> m_installed;
     QHash<QString, QStringList> m_weights;
 };

@@ -1,5 +1,6 @@
 // Rules for fonts.
 
+#include "checker/qtfonts.h"
 #include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "checker/words.h"
@@ -9,8 +10,9 @@
 
 namespace {
 
-// As in the plugin: above this weight a font counts as bold.
-const int boldThreshold = 57;
+// As in the plugin: above this weight a font counts as bold. Qt 5 and Qt 6 number weights
+// differently.
+const int boldThreshold = QFont::Medium;
 
 /// The fonts in the order in which the plugin reads them.
 const char *const fontKeys[] = { "main", "alternate", "h1", "h2", "h3", "h4" };
@@ -30,10 +32,10 @@ public:
         : m_context(context)
         , m_member(fonts)
         , m_findings(findings)
-        , m_before(nullptr)
         , m_result(nullptr)
     {
-        m_before = before;
+        // Assignment is the only way to copy such objects.
+        // cppcheck-suppress useInitializationList
         m_result = before;
         QJsonObject object = fonts.node.value.toObject();
         m_result.load(object, true);
@@ -125,7 +127,7 @@ private:
         const QString family = fontOf(m_result, font.key).family();
         // Of a family that is not there nothing can be told.
         if (name.isEmpty() || !m_context.fonts.isInstalled(family)
-            || m_context.fonts.hasWeight(family, name))
+            || FontFacts::hasWeight(family, name))
             return;
         const QStringList weights = m_context.fonts.weights(family);
         const QString nearest = Words::nearest(name, weights);
@@ -162,7 +164,7 @@ private:
     {
         const QStringList weights = m_context.fonts.weights(family);
         for (const QString &name : weights) {
-            if (m_context.fonts.weight(family, name) > boldThreshold)
+            if (QtFonts::weight(family, name) > boldThreshold)
                 return name;
         }
         return QString();
@@ -218,7 +220,6 @@ private:
     const ThemeContext &m_context;
     const Node::Member &m_member;
     Findings &m_findings;
-    ThemeObjectFonts m_before;
     ThemeObjectFonts m_result;
 };
 

@@ -30,7 +30,8 @@ QJsonValue FoundScope::value(const QStringList &path) const
 Position FoundScope::position(const QStringList &path) const
 {
     const Node *node = document ? &document->root() : nullptr;
-    for (const QString &step : QStringList(name) + path) {
+    const QStringList steps = QStringList(name) + path;
+    for (const QString &step : steps) {
         const Node::Member *member = node ? node->member(step) : nullptr;
         node = member ? &member->node : nullptr;
     }

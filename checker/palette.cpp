@@ -1,5 +1,6 @@
 #include "checker/palette.h"
 
+#include "checker/channel.h"
 #include "checker/contrast.h"
 
 #include <QtCore/QVector>
@@ -19,7 +20,8 @@ const double textSaturation = 0.18;
 QColor colorOf(double hue, double saturation, double lightness)
 {
     QColor color;
-    color.setHslF(std::max(hue, 0.0), hue < 0 ? 0 : saturation, std::clamp(lightness, 0.0, 1.0));
+    color.setHslF(Channel(std::max(hue, 0.0)), Channel(hue < 0 ? 0 : saturation),
+                  Channel(std::clamp(lightness, 0.0, 1.0)));
     return QColor(color.rgb());
 }
 
@@ -67,6 +69,15 @@ QColor readable(const QColor &ideal, const QVector<QColor> &surfaces, const QCol
     return passes(result, surfaces) ? result : last;
 }
 
+/// The shade of the readable \a foreground at \a distance, or nearer.
+QColor shadeOn(const QVector<QColor> &surfaces, const QColor &foreground, double distance)
+{
+    const QColor shade = readable(moved(foreground, distance), surfaces, foreground);
+    const bool isLighter = Contrast::luminance(shade) >= Contrast::luminance(foreground);
+    // What is readable next to the shade may be on the other side of the foreground.
+    return isLighter == (distance > 0) ? shade : foreground;
+}
+
 } // namespace
 
 Palette Palette::on(const QColor &background, const QColor &accent)
@@ -80,13 +91,11 @@ Palette Palette::on(const QColor &background, const QColor &accent)
                                     palette.darkerBackground };
 
     const bool isLight = last == QColor(Qt::white);
-    const double saturation = std::min(textSaturation, accent.hslSaturationF());
+    const double saturation = std::min(textSaturation, double(accent.hslSaturationF()));
     const QColor text = colorOf(accent.hslHueF(), saturation, isLight ? lightText : darkText);
     palette.foreground = readable(text, surfaces, last);
-    palette.lighterForeground = readable(moved(palette.foreground, foregroundDistance), surfaces,
-                                         last);
-    palette.darkerForeground = readable(moved(palette.foreground, -foregroundDistance), surfaces,
-                                        last);
+    palette.lighterForeground = shadeOn(surfaces, palette.foreground, foregroundDistance);
+    palette.darkerForeground = shadeOn(surfaces, palette.foreground, -foregroundDistance);
     palette.selection = readable(accent, { palette.foreground }, extreme(palette.foreground));
     return palette;
 }

@@ -91,7 +91,7 @@ private:
     {
         QVector<int> chain{ m_context.index };
         for (int next = parent; next >= 0;) {
-            const int again = chain.indexOf(next);
+            const auto again = chain.indexOf(next);
             if (again == 0) {
                 explainRing(chain);
                 return;

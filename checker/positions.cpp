@@ -74,7 +74,7 @@ private:
     }
 
     /// The key as Qt reads it, which takes escapes in its own way.
-    QString keyIn(const Range &range) const
+    QString keyIn(Range range) const
     {
         const QByteArray token = m_text.mid(range.begin, range.end - range.begin);
         if (!token.contains('\\'))

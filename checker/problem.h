@@ -29,7 +29,7 @@ struct Problem
     int excerptColumn = 0;
 
     /// Sets the place to \a range of \a document.
-    void locate(const QString &path, const Document &document, const Range &range);
+    void locate(const QString &path, const Document &document, Range range);
 
     /// The order in which problems of one file are told.
     bool operator<(const Problem &other) const;

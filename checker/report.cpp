@@ -8,6 +8,8 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QUrl>
 
+#include <string>
+
 namespace {
 
 const int tabWidth = 4;
@@ -20,7 +22,7 @@ const QLatin1String cyan("\033[1;36m");
 const QLatin1String green("\033[32m");
 const QLatin1String plain("\033[0m");
 
-QString painted(const QString &text, const QLatin1String &color, const Report::TextStyle &style)
+QString painted(const QString &text, QLatin1String color, Report::TextStyle style)
 {
     return style.hasColors ? color + text + plain : text;
 }
@@ -39,18 +41,19 @@ QLatin1String colorOf(Severity severity)
 }
 
 /// The line of \a problem with a mark under its place.
-QString source(const Problem &problem, const Report::TextStyle &style)
+QString source(const Problem &problem, Report::TextStyle style)
 {
     QString line;
     QString marks;
-    const QVector<uint> characters = problem.excerpt.toUcs4();
+    const std::u32string characters = problem.excerpt.toStdU32String();
+    const int count = int(characters.size());
     const int first = problem.begin.column - 1 - problem.excerptColumn;
     const int last = problem.end.line == problem.begin.line
             ? problem.end.column - 1 - problem.excerptColumn
-            : characters.size();
-    for (int i = 0; i < characters.size(); ++i) {
-        const uint character = characters.at(i);
-        const bool isTab = character == '\t';
+            : count;
+    for (int i = 0; i < count; ++i) {
+        const char32_t character = characters[size_t(i)];
+        const bool isTab = character == U'\t';
         const int width = isTab ? tabWidth : 1;
         line += isTab ? QString(tabWidth, QLatin1Char(' '))
                       : Words::harmless(QString::fromUcs4(&character, 1));
@@ -61,14 +64,14 @@ QString source(const Problem &problem, const Report::TextStyle &style)
         else if (i == first)
             marks += QLatin1Char('^') + QString(width - 1, QLatin1Char('~'));
     }
-    if (first >= characters.size())
+    if (first >= count)
         marks += QLatin1Char('^');
     const QString indent = QStringLiteral("    ");
     return indent + line + QLatin1Char('\n') + indent + painted(marks, green, style)
             + QLatin1Char('\n');
 }
 
-QString text(const Problem &problem, const Report::TextStyle &style)
+QString text(const Problem &problem, Report::TextStyle style)
 {
     const QString place = QStringLiteral("%1:%2:%3:")
                                   .arg(Words::harmless(problem.file))
@@ -154,7 +157,7 @@ QJsonObject sarifResult(const Problem &problem)
 
 } // namespace
 
-QString Report::text(const CheckReport &report, const TextStyle &style)
+QString Report::text(const CheckReport &report, TextStyle style)
 {
     QString result;
     for (const Problem &problem : report.problems)

@@ -18,7 +18,7 @@ struct TextStyle
 
 /// `file:line:column: severity: message [code]` for each problem, helps below it, and a summary in
 /// the last line. What could control a terminal is replaced in texts from files.
-QString text(const CheckReport &report, const TextStyle &style);
+QString text(const CheckReport &report, TextStyle style);
 
 /// The last line of text().
 QString summary(const CheckReport &report);

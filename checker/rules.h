@@ -88,6 +88,7 @@ struct ColorRole
     const char *base;
     QColor (ThemeObjectColors::*color)() const;
 };
+Q_DECLARE_TYPEINFO(ColorRole, Q_PRIMITIVE_TYPE);
 
 enum ColorFamily { ForegroundColors, BackgroundColors };
 

@@ -1,5 +1,6 @@
 // Rules for the keys and values of scopes, fonts excepted.
 
+#include "checker/channel.h"
 #include "checker/rules.h"
 #include "checker/themekeys.h"
 #include "checker/words.h"
@@ -73,7 +74,7 @@ QString unquoted(const QJsonValue &value, ThemeKey::Type type)
 {
     static const QRegularExpression number(
             QStringLiteral("^\\s*(-?(?:0|[1-9]\\d*)(?:\\.\\d+)?)\\s*(?:pt|px|em)?\\s*$"));
-    const QString text = value.toString();
+    QString text = value.toString();
     if (type == ThemeKey::Truth
         && (text == QLatin1String("true") || text == QLatin1String("false")))
         return text;
@@ -94,7 +95,7 @@ QString fromStyleSheet(const QString &text)
         return QString();
     QColor color(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt());
     if (!match.captured(4).isEmpty())
-        color.setAlphaF(qBound(0.0, match.captured(4).toDouble(), 1.0));
+        color.setAlphaF(Channel(qBound(0.0, match.captured(4).toDouble(), 1.0)));
     if (!color.isValid())
         return QString();
     return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
@@ -211,7 +212,8 @@ private:
     {
         const QJsonValue &value = member.node.value;
         QStringList names;
-        for (const ThemeKey &key : ThemeKeys::at(ThemeKey::Document)) {
+        const QVector<ThemeKey> keys = ThemeKeys::at(ThemeKey::Document);
+        for (const ThemeKey &key : keys) {
             if (!key.name.isEmpty() && hasType(value, key.type))
                 names.append(key.name);
         }
@@ -271,7 +273,7 @@ private:
         } else if (!m_isClass) {
             m_findings.add(Code::UnknownKey, member.keyRange, what,
                            QStringLiteral("the keys here are %1")
-                                   .arg(Words::quotedList(names, names.size())));
+                                   .arg(Words::quotedList(names, int(names.size()))));
         }
     }
 

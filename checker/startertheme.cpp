@@ -1,10 +1,11 @@
 #include "checker/startertheme.h"
 
+#include "checker/channel.h"
 #include "checker/palette.h"
+#include "checker/qtfonts.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
-#include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
 
 #include <algorithm>
@@ -46,8 +47,8 @@ QString colors(const Palette &palette, const QString &indent)
 QColor headerBackground(const QColor &accent)
 {
     QColor color;
-    color.setHslF(std::max(accent.hslHueF(), 0.0), accent.hslSaturationF() * 0.7,
-                  std::min(accent.lightnessF() * 0.67, 0.27));
+    color.setHslF(std::max(accent.hslHueF(), Channel(0)), Channel(accent.hslSaturationF() * 0.7),
+                  Channel(std::min(accent.lightnessF() * 0.67, 0.27)));
     return QColor(color.rgb());
 }
 
@@ -68,7 +69,7 @@ QString fixedFamily()
 QString bold()
 {
     const QString style = QStringLiteral("Bold");
-    if (QFontDatabase().weight(QFontInfo(QFont()).family(), style) == -1)
+    if (QtFonts::weight(QFontInfo(QFont()).family(), style) == -1)
         return QString();
     return QStringLiteral(", \"weight\": \"Bold\"");
 }

@@ -10,6 +10,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -106,12 +107,12 @@ private:
     {
         QStringList classes;
         // Both names may have underscores in them.
-        for (int i = name.indexOf(variantSeparator); i >= 0;
+        for (auto i = name.indexOf(variantSeparator); i >= 0;
              i = name.indexOf(variantSeparator, i + 1)) {
             if (m_styles.contains(name.left(i)))
                 classes.append(name.mid(i + 1));
         }
-        const int separator = name.indexOf(variantSeparator);
+        const auto separator = name.indexOf(variantSeparator);
         if (separator < 0)
             return;
         if (classes.isEmpty()) {
@@ -177,7 +178,10 @@ private:
                 QStringLiteral(R"([cC]olor\s*(?::|=|===?|\?|:)\s*$)"));
         static const QRegularExpression hexadecimal(
                 QStringLiteral("^#(?:[0-9a-fA-F]{3,4}|[0-9a-fA-F]{6}|[0-9a-fA-F]{8})$"));
-        const QString text = QString::fromUtf8(document.text());
+        const QByteArray &bytes = document.text();
+        const QString text = QString::fromUtf8(bytes.constData(), int(bytes.size()));
+        int known = 0;
+        int knownOffset = 0;
         QRegularExpressionMatchIterator tokens = token.globalMatch(text);
         while (tokens.hasNext()) {
             const QRegularExpressionMatch match = tokens.next();
@@ -185,15 +189,17 @@ private:
             if (found.startsWith(QLatin1Char('/')))
                 continue;
             const QString content = found.mid(1, found.size() - 2);
-            const QString before = text.mid(qMax(0, match.capturedStart() - 60),
-                                            qMin(60, match.capturedStart()));
+            const int start = int(match.capturedStart());
+            const QString before = text.mid(std::max(0, start - 60), std::min(60, start));
             const bool isColor = found.startsWith(QLatin1String("Qt."))
                     || hexadecimal.match(content).hasMatch()
                     || (colorProperty.match(before).hasMatch() && readColor(content).isValid());
             if (!isColor || content == QLatin1String("transparent"))
                 continue;
-            const int begin = text.left(match.capturedStart()).toUtf8().size();
-            findings.add(Code::StyleColor, Range{ begin, begin + found.toUtf8().size() },
+            knownOffset += int(text.mid(known, start - known).toUtf8().size());
+            known = start;
+            findings.add(Code::StyleColor,
+                         Range{ knownOffset, knownOffset + int(found.toUtf8().size()) },
                          QStringLiteral("the color %1 is the same in every theme")
                                  .arg(Words::quoted(found)),
                          QStringLiteral("read `Theme.colors` instead"));

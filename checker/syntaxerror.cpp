@@ -27,14 +27,14 @@ Range tokenAt(const QByteArray &text, int offset)
 {
     Range range{ offset, offset };
     if (offset < text.size() && text.at(offset) == '"') {
-        const int close = text.indexOf('"', offset + 1);
-        const int lineEnd = text.indexOf('\n', offset);
+        const auto close = text.indexOf('"', offset + 1);
+        const auto lineEnd = text.indexOf('\n', offset);
         if (close >= 0 && (lineEnd < 0 || close < lineEnd))
-            range.end = close + 1;
+            range.end = int(close) + 1;
     }
     while (range.end < text.size() && isWordCharacter(text.at(range.end)))
         ++range.end;
-    range.end = std::max(range.end, std::min(offset + 1, text.size()));
+    range.end = std::max(range.end, std::min(offset + 1, int(text.size())));
     return range;
 }
 
@@ -56,9 +56,10 @@ int lastBefore(const QByteArray &text, int offset)
     return offset;
 }
 
-QString cut(const QByteArray &text, const Range &range)
+QString cut(const QByteArray &text, Range range)
 {
-    return Words::quoted(QString::fromUtf8(text.mid(range.begin, range.end - range.begin)));
+    return Words::quoted(
+            QString::fromUtf8(text.constData() + range.begin, range.end - range.begin));
 }
 
 /// What people write in place of JSON, whatever was expected there.
@@ -171,7 +172,7 @@ void describeEnd(const QByteArray &text, SyntaxError *error)
         error->range = Range{ stringBegin, stringBegin + 1 };
         return;
     }
-    const int last = lastBefore(text, text.size());
+    const int last = lastBefore(text, int(text.size()));
     error->range = Range{ last + 1, last + 1 };
     if (open.isEmpty()) {
         error->text = QStringLiteral("the file holds no value");
@@ -210,7 +211,7 @@ void describe(const QByteArray &text, int code, SyntaxError *error)
         return;
     case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
         error->text = QStringLiteral("an escape that is not `\\u` with four hexadecimal digits");
-        error->range.end = std::min(error->range.begin + 2, text.size());
+        error->range.end = std::min(error->range.begin + 2, int(text.size()));
         return;
     default:
         break;
@@ -241,7 +242,7 @@ void describe(const QByteArray &text, int code, SyntaxError *error)
 
 } // namespace
 
-SyntaxError SyntaxError::find(const QByteArray &text, const QJsonParseError &qtError)
+SyntaxError SyntaxError::find(const QByteArray &text, QJsonParseError qtError)
 {
     SyntaxError error;
     // Qt's parser takes more than the standard, so the standard's first offence need not be what
@@ -254,7 +255,7 @@ SyntaxError SyntaxError::find(const QByteArray &text, const QJsonParseError &qtE
             && (text.at(strict.offset) == '\n' || text.at(strict.offset) == '\r');
     if (isLineEndInText && lenient.offset > strict.offset) {
         // Qt would have the text go on up to the next quote, where nobody would look.
-        const int begin = text.lastIndexOf('"', strict.offset);
+        const int begin = int(text.lastIndexOf('"', strict.offset));
         error.range = Range{ begin, strict.offset };
         error.text = QStringLiteral("a text that is not closed in its line");
         error.help = QStringLiteral("its closing `\"` is missing");
@@ -262,7 +263,7 @@ SyntaxError SyntaxError::find(const QByteArray &text, const QJsonParseError &qtE
     }
     const Positions::Failure &failure = lenient.offset >= 0 ? lenient : strict;
     if (qtError.error == QJsonParseError::DeepNesting || failure.offset < 0) {
-        error.range = tokenAt(text, std::clamp(qtError.offset - 1, 0, text.size()));
+        error.range = tokenAt(text, std::clamp(qtError.offset - 1, 0, int(text.size())));
         error.text = qtError.error == QJsonParseError::DeepNesting
                 ? QStringLiteral("objects and lists are nested too deeply to be read")
                 : qtError.errorString();

@@ -15,5 +15,5 @@ struct SyntaxError
 
     /// Describes the first fault of \a text. \a error is what Qt said of it; its offset is only
     /// used where no other parser finds fault.
-    static SyntaxError find(const QByteArray &text, const QJsonParseError &error);
+    static SyntaxError find(const QByteArray &text, QJsonParseError error);
 };

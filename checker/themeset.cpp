@@ -71,7 +71,7 @@ QString ThemeSet::place(int theme) const
 
 bool ThemeSet::isShown(const QString &name) const
 {
-    const int number = classNames.indexOf(name);
+    const int number = int(classNames.indexOf(name));
     return number >= 0 && classUses.at(number).count > 0;
 }
 

@@ -66,7 +66,7 @@ void ThemeWatch::arm()
         for (const char *name : { "styles", "fonts" })
             paths.append(QDir(folder).filePath(QLatin1String(name)));
     }
-    for (int i = 0, count = paths.size(); i < count; ++i) {
+    for (int i = 0, count = int(paths.size()); i < count; ++i) {
         const QFileInfo info(paths.at(i));
         if (info.isSymLink())
             paths.append(QFileInfo(info.symLinkTarget()).path());
@@ -117,7 +117,7 @@ QByteArray ThemeWatch::fingerprint() const
         const QFileInfo info(path);
         hash.addData(path.toUtf8());
         if (!info.isFile()) {
-            hash.addData(info.exists() ? "\n?" : "\n-", 2);
+            hash.addData(QByteArray(info.exists() ? "\n?" : "\n-"));
             continue;
         }
         hash.addData(QByteArray::number(info.size()));

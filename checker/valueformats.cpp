@@ -62,7 +62,7 @@ public:
         for (int column = 0; column < row.size(); ++column) {
             if (m_widths.size() <= column)
                 m_widths.append(0);
-            m_widths[column] = std::max(m_widths.at(column), row.at(column).size());
+            m_widths[column] = std::max(m_widths.at(column), int(row.at(column).size()));
         }
     }
 

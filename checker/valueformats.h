@@ -14,6 +14,7 @@ struct ValueDifference
     const EffectiveValue *left;
     const EffectiveValue *right;
 };
+Q_DECLARE_TYPEINFO(ValueDifference, Q_PRIMITIVE_TYPE);
 
 /// Writes the values of themes for people and for programs.
 namespace ValueFormats {

@@ -50,8 +50,9 @@ QString Words::quoted(const QString &text)
 
 QString Words::quotedList(const QStringList &texts, int limit)
 {
+    const QStringList shown = texts.mid(0, limit);
     QStringList parts;
-    for (const QString &text : texts.mid(0, limit))
+    for (const QString &text : shown)
         parts.append(quoted(text));
     QString list = parts.join(QLatin1String(", "));
     if (texts.size() > limit)

@@ -17,3 +17,7 @@ void fuzzLookups(const std::uint8_t *data, std::size_t size);
 
 /// The input is split into the files of one or two theme folders, which are loaded.
 void fuzzFolder(const std::uint8_t *data, std::size_t size);
+
+/// The input is a theme file in a folder with another theme: it is checked, and what is told of it
+/// is compared with what the catalogue makes of it.
+void fuzzChecker(const std::uint8_t *data, std::size_t size);

@@ -1,7 +1,8 @@
 #include "gallery/currenttheme.h"
 
+#include "checker/document.h"
+#include "checker/themefault.h"
 #include "manager/thememanager.h"
-#include "theme/loadstatus.h"
 #include "theme/theme.h"
 
 #include <QtCore/QFileInfo>
@@ -44,18 +45,43 @@ QStringList classesOf(const Theme *theme)
     return names;
 }
 
-/// The title of the nearest ancestor of the theme in \a file that describes the class \a name.
-QString originOf(const QString &name, ThemeFile file)
+/// The title of the theme that a \a document extends.
+QString extendsOf(const Document &document)
+{
+    return document.object().value(QLatin1String("extends")).toString();
+}
+
+/// The title of the nearest ancestor of \a document whose file describes the class \a name.
+QString originOf(const QString &name, Document document)
 {
     QString origin;
-    for (int i = 0; i < longestLineage && !file.object.contains(name); ++i) {
-        origin = file.extends();
+    for (int i = 0; i < longestLineage && !document.object().contains(name); ++i) {
+        origin = extendsOf(document);
         const Theme *parent = ThemeManager::getInstance()->themeFromName(origin);
         if (origin.isEmpty() || !parent)
             return QString();
-        file = ThemeFile::read(parent->filename());
+        document = Document::read(parent->filename());
     }
     return origin;
+}
+
+/// Why the theme of the file at \a path does not come to be; empty if it does.
+QString faultOf(const QString &path)
+{
+    const auto placed = [](Position position, const QString &fault) {
+        return QStringLiteral("line %1, column %2: %3")
+                .arg(position.line)
+                .arg(position.column)
+                .arg(fault);
+    };
+    const Document document = Document::read(path);
+    if (document.text().isEmpty())
+        return document.faultText();
+    if (document.fault() != Document::NoFault)
+        return placed(document.position(document.faultRange().begin), document.faultText());
+    // Whether there is a parent, and comes in time, depends on the other files.
+    const QVector<Problem> faults = themeFaults(path);
+    return faults.isEmpty() ? QString() : placed(faults.first().begin, faults.first().message);
 }
 
 QVariantList stylesOf(const Theme *theme)
@@ -128,31 +154,31 @@ QString CurrentTheme::problem() const
 void CurrentTheme::follow(Theme *theme)
 {
     m_follower.follow(theme->filename());
-    describe(theme, theme->filename().isEmpty() ? ThemeFile() : ThemeFile::read(theme->filename()));
+    describe(theme, theme->filename().isEmpty() ? QString() : faultOf(theme->filename()));
 }
 
 void CurrentTheme::readAgain()
 {
     Theme *theme = ThemeManager::getInstance()->current();
-    ThemeFile file = ThemeFile::read(theme->filename());
-    if (file.problem.isEmpty() && theme->reload() == WaitsForParent)
-        file.problem = QStringLiteral("it extends \"%1\", which no theme here is titled")
-                               .arg(file.extends());
-    describe(theme, file);
+    const QString problem = faultOf(theme->filename());
+    if (problem.isEmpty())
+        theme->reload();
+    describe(theme, problem);
 }
 
-void CurrentTheme::describe(const Theme *theme, const ThemeFile &file)
+void CurrentTheme::describe(const Theme *theme, const QString &problem)
 {
     Description description = m_description;
     description.fileName = QFileInfo(theme->filename()).fileName();
-    description.problem = file.problem;
+    description.problem = problem;
     // While the file can't be applied, what it said before is what is shown.
-    if (file.problem.isEmpty()) {
-        description.extends = file.extends();
+    if (problem.isEmpty()) {
+        const Document document = Document::read(theme->filename());
+        description.extends = extendsOf(document);
         description.classNames = classesOf(theme);
         description.classOrigins.clear();
         for (const QString &name : qAsConst(description.classNames))
-            description.classOrigins.append(originOf(name, file));
+            description.classOrigins.append(originOf(name, document));
         description.styles = stylesOf(theme);
     }
     if (description == m_description)

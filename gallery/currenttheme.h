@@ -1,6 +1,5 @@
 #pragma once
 
-#include "gallery/themefile.h"
 #include "gallery/themefollower.h"
 
 #include <QtCore/QObject>
@@ -65,7 +64,7 @@ private:
 
     void follow(Theme *theme);
     void readAgain();
-    void describe(const Theme *theme, const ThemeFile &file);
+    void describe(const Theme *theme, const QString &problem);
 
     ThemeFollower m_follower;
     Description m_description;

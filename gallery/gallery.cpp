@@ -1,14 +1,14 @@
 #include "gallery/gallery.h"
 
+#include "checker/themefault.h"
 #include "gallery/commandline.h"
 #include "gallery/galleryview.h"
+#include "gallery/pictures.h"
 #include "gallery/surroundings.h"
-#include "gallery/themefile.h"
 #include "manager/thememanager.h"
 #include "theme/theme.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFileInfo>
 #include <QtCore/QTextStream>
 #include <QtGui/QGuiApplication>
 
@@ -37,36 +37,14 @@ QList<Theme *> cataloguedThemes()
     return themes;
 }
 
-/// Why the theme file at \a path is not in the catalogue.
-QString whyLeftOut(const QString &path)
+/// Tells which themes of the folder at \a path don't come to be, and why.
+void complainOfFaults(const QString &path)
 {
-    const ThemeFile file = ThemeFile::read(path);
-    if (!file.problem.isEmpty())
-        return file.problem;
-    const QString title = file.extends();
-    const Theme *extended = ThemeManager::getInstance()->themeFromName(title);
-    if (!extended)
-        return QStringLiteral("it extends \"%1\", which no theme that loaded is titled").arg(title);
-    // Themes that wait are tried once more, in the order of their names.
-    return QStringLiteral("it extends \"%1\", which loaded too late; rename the files so that %2 "
-                          "comes first")
-            .arg(title, QFileInfo(extended->filename()).fileName());
-}
-
-/// The names of the theme files in \a folder that are not in the catalogue.
-QStringList themesLeftOut(const QDir &folder)
-{
-    QStringList loaded;
-    const QList<Theme *> themes = cataloguedThemes();
-    for (const Theme *theme : themes)
-        loaded.append(theme->filename());
-    QStringList leftOut;
-    const QStringList names = folder.entryList({ QStringLiteral("*.thm") });
-    for (const QString &name : names) {
-        if (!loaded.contains(folder.absoluteFilePath(name)))
-            leftOut.append(name);
+    const QVector<Problem> faults = themeFaults(path);
+    for (const Problem &fault : faults) {
+        if (fault.severity == Severity::Error)
+            complain(Failed, lineOf(fault));
     }
-    return leftOut;
 }
 
 /// Fills the catalogue from \a path and makes the theme titled \a title, or the first one, current.
@@ -78,16 +56,13 @@ ExitCode loadThemes(const QString &path, const QString &title)
 
     ThemeManager *manager = ThemeManager::getInstance();
     manager->loadThemes(folder.absolutePath());
-    const QStringList leftOut = themesLeftOut(folder);
-    for (const QString &name : leftOut)
-        complain(NoThemes,
-                 QStringLiteral("%1 is left out: %2")
-                         .arg(name, whyLeftOut(folder.absoluteFilePath(name))));
     const QList<Theme *> themes = cataloguedThemes();
-    if (themes.isEmpty())
+    if (themes.isEmpty()) {
+        complainOfFaults(path);
         return complain(
                 NoThemes,
                 QStringLiteral("no theme in \"%1\"; themes are files named *.thm").arg(path));
+    }
 
     Theme *first = title.isEmpty() ? themes.first() : manager->themeFromName(title);
     if (!first)
@@ -97,33 +72,14 @@ ExitCode loadThemes(const QString &path, const QString &title)
     return Success;
 }
 
-/// Writes the pictures into the folder \a path. A theme file of \a themeFolder that there is no
-/// picture of makes it a failure, but keeps no other from being made.
-ExitCode writePictures(GalleryView &view, const QString &themeFolder, const QString &path)
+/// Prints the paths of pictures and complains of what went wrong.
+class PrintingReport : public PictureReport
 {
-    if (!QDir().mkpath(path))
-        return complain(Failed, QStringLiteral("can't create the folder \"%1\"").arg(path));
-    const QDir folder(path);
-    ExitCode result = themesLeftOut(QDir(themeFolder)).isEmpty() ? Success : Failed;
-    const QList<Theme *> themes = cataloguedThemes();
-    for (Theme *theme : themes) {
-        // The catalogue takes text that can't be parsed for a theme without any values.
-        const QString problem = ThemeFile::read(theme->filename()).problem;
-        if (!problem.isEmpty()) {
-            result = complain(Failed,
-                              QStringLiteral("%1 can't be applied: %2")
-                                      .arg(QFileInfo(theme->filename()).fileName(), problem));
-            continue;
-        }
-        ThemeManager::getInstance()->setCurrent(theme);
-        const QString name = QFileInfo(theme->filename()).completeBaseName();
-        const QString file = folder.filePath(name + QLatin1String(".png"));
-        if (!view.picture().save(file))
-            return complain(Failed, QStringLiteral("can't write \"%1\"").arg(file));
-        print(file);
-    }
-    return result;
-}
+public:
+    void begins(int, int, const QString &) override { }
+    void wrote(const QString &path) override { print(path); }
+    void failed(const QString &problem) override { complain(Failed, problem); }
+};
 
 } // namespace
 
@@ -156,15 +112,20 @@ int runGallery(int &argc, char *argv[])
     const ExitCode loaded = loadThemes(folder, commandLine.theme());
     if (loaded != Success)
         return loaded;
-    if (!forPictures && !isVisible)
+    if (forPictures) {
+        PrintingReport report;
+        return writePictures({ folder, commandLine.shotFolder(), QString(), QSize() }, &report)
+                ? Success
+                : Failed;
+    }
+    if (!isVisible)
         return complain(Failed,
                         QStringLiteral("there is no display; --shot DIR writes pictures instead"));
+    complainOfFaults(folder);
 
     GalleryView view(Surroundings::importPath());
     if (view.status() != QQuickView::Ready)
         return complain(Failed, QStringLiteral("the QML module is not beside the executable"));
-    if (forPictures)
-        return writePictures(view, folder, commandLine.shotFolder());
     view.show();
     return QGuiApplication::exec();
 }

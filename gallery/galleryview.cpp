@@ -9,7 +9,6 @@
 
 namespace {
 
-const QSize smallestSize(900, 640);
 const QSize usualSize(1280, 740);
 
 // Items that were laid out anew may change the room that others have.
@@ -28,7 +27,7 @@ GalleryView::GalleryView(const QString &importPath)
     initResources();
     setTitle(QStringLiteral("Tavolins gallery"));
     setResizeMode(QQuickView::SizeRootObjectToView);
-    setMinimumSize(smallestSize);
+    setMinimumSize(smallestSize());
     resize(usualSize);
     engine()->addImportPath(importPath);
     setInitialProperties({ { QStringLiteral("currentTheme"),
@@ -40,6 +39,11 @@ GalleryView::~GalleryView()
 {
     // The items go first: their bindings read what the window's other members say.
     setSource(QUrl());
+}
+
+QSize GalleryView::smallestSize()
+{
+    return { 900, 640 };
 }
 
 QImage GalleryView::picture()

@@ -15,6 +15,9 @@ public:
     explicit GalleryView(const QString &importPath);
     ~GalleryView() override;
 
+    /// The size below which parts of the window are cut.
+    static QSize smallestSize();
+
     /// The window as it looks now. Shows it when it is hidden.
     QImage picture();
 

@@ -1,8 +1,9 @@
 #include "gallery/surroundings.h"
 
+#include "checker/runtimefolder.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtQuick/QQuickWindow>
 
@@ -36,19 +37,6 @@ bool hasDisplay()
             || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 #else
     return true;
-#endif
-}
-
-/// Names the folder that Qt falls back to, which it reports as a problem when it has to do that by
-/// itself (no session, as for a build robot).
-void ensureRuntimeFolder()
-{
-#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
-        return;
-    const QString user = QFileInfo(QDir::homePath()).owner();
-    qputenv("XDG_RUNTIME_DIR",
-            QFile::encodeName(QDir::tempPath() + QLatin1String("/runtime-") + user));
 #endif
 }
 

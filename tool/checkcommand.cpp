@@ -92,9 +92,12 @@ public:
         if (!parser.isSet(m_watch))
             return result;
         // Made after the first check would be too late for what changes during it.
-        QObject::connect(m_themeWatch.get(), &ThemeWatch::changed, m_themeWatch.get(),
-                         [this] { checkOnce(); });
-        return QCoreApplication::exec();
+        QObject::connect(m_themeWatch.get(), &ThemeWatch::changed, m_themeWatch.get(), [this] {
+            checkOnce();
+            if (isOutputLost())
+                QCoreApplication::exit(UsageError);
+        });
+        return isOutputLost() ? int(UsageError) : QCoreApplication::exec();
     }
 
 private:
@@ -115,7 +118,7 @@ private:
                     .arg(parser.value(m_color));
         if (parser.isSet(m_watch) && format == QLatin1String("sarif"))
             return QStringLiteral("--watch goes with the formats text and json only.");
-        const QString problem = readCodes();
+        QString problem = readCodes();
         if (!problem.isEmpty())
             return problem;
         m_options.warningsAreErrors = parser.isSet(m_werror);

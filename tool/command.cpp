@@ -1,21 +1,44 @@
 #include "tool/command.h"
 
+#include "checker/words.h"
+
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
-void write(FILE *stream, const QString &text)
+/// Why something could not be printed; 0 if all was.
+int printError = 0;
+
+bool write(FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
-    std::fflush(stream);
+    return std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) == size_t(bytes.size())
+            && std::fflush(stream) == 0;
 }
 
 } // namespace
 
 void print(const QString &text)
 {
-    write(stdout, text);
+    if (!write(stdout, text) && printError == 0)
+        printError = errno;
+}
+
+bool isOutputLost()
+{
+    return printError != 0;
+}
+
+int exitCodeOf(int result)
+{
+    if (!isOutputLost())
+        return result;
+    write(stderr,
+          QStringLiteral("tavolins: the output can't be written: %1\n")
+                  .arg(QString::fromLocal8Bit(std::strerror(printError))));
+    return UsageError;
 }
 
 Command::Command(const QString &name, const QString &description)
@@ -36,8 +59,8 @@ bool Command::parse(const QStringList &arguments)
     if (m_parser.isSet(m_help)) {
         // The parser shows the program without the subcommand.
         QString text = m_parser.helpText();
-        const int lineEnd = text.indexOf(QLatin1Char('\n'));
-        const int options = text.indexOf(QLatin1String(" [options]"));
+        const auto lineEnd = text.indexOf(QLatin1Char('\n'));
+        const auto options = text.indexOf(QLatin1String(" [options]"));
         if (options >= 0 && options < lineEnd)
             text = QStringLiteral("Usage: tavolins ") + m_name + text.mid(options);
         print(text);
@@ -49,7 +72,7 @@ bool Command::parse(const QStringList &arguments)
 
 int Command::complain(const QString &message) const
 {
-    write(stderr, QStringLiteral("tavolins %1: %2\n").arg(m_name, message));
+    write(stderr, QStringLiteral("tavolins %1: %2\n").arg(m_name, Words::harmless(message)));
     return UsageError;
 }
 

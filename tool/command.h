@@ -45,3 +45,10 @@ private:
 
 /// Writes \a text on standard output.
 void print(const QString &text);
+
+/// Whether something could not be printed.
+bool isOutputLost();
+
+/// What to end with after a subcommand ended with \a result: UsageError, said on standard error,
+/// when output is lost.
+int exitCodeOf(int result);

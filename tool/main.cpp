@@ -1,10 +1,12 @@
 #include "checker/runtimefolder.h"
 #include "tool/subcommands.h"
+#include "tool/terminal.h"
 
 #include <QtGui/QGuiApplication>
 
 int main(int argc, char *argv[])
 {
+    Terminal::occupyStandardStreams();
     // Fonts are asked for, but nothing is ever shown.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // Styles are compiled as they are now, and nothing is written beside the report.

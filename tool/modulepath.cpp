@@ -7,7 +7,7 @@
 QString modulePath()
 {
     const QDir here(QCoreApplication::applicationDirPath());
-    const QString built = QDir::cleanPath(here.absoluteFilePath(QStringLiteral("../qml")));
+    QString built = QDir::cleanPath(here.absoluteFilePath(QStringLiteral("../qml")));
     if (QFileInfo::exists(built + QLatin1String("/" TOOL_MODULE_DIR "/qmldir")))
         return built;
     return QDir::cleanPath(here.absoluteFilePath(QStringLiteral(TOOL_INSTALLED_QML_DIR)));

@@ -11,8 +11,9 @@ namespace {
 /// The file name that goes with \a title: its letters and digits in lower case, joined by hyphens.
 QString fileNameOf(const QString &title)
 {
+    const QString letters = title.toLower();
     QString name;
-    for (const QChar letter : title.toLower()) {
+    for (const QChar letter : letters) {
         if (letter.isLetterOrNumber())
             name += letter;
         else if (!name.isEmpty() && !name.endsWith(QLatin1Char('-')))
@@ -62,7 +63,7 @@ int runNew(const QStringList &arguments)
     for (const QCommandLineOption &option : { background, accent }) {
         if (!isUsable(QColor(parser.value(option))))
             return command.refuse(QStringLiteral("--%1 takes an opaque color, as in \"#1f6f8b\".")
-                                          .arg(option.names().first()));
+                                          .arg(option.names().constFirst()));
     }
     const QString path = parser.isSet(output) ? parser.value(output) : fileNameOf(names.first());
     if (path.isEmpty())

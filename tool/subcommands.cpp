@@ -1,5 +1,6 @@
 #include "tool/subcommands.h"
 
+#include "checker/words.h"
 #include "tool/command.h"
 
 #include <cstdio>
@@ -21,7 +22,8 @@ QString helpText()
 
 int refuse(const QString &message)
 {
-    std::fputs(qPrintable(QStringLiteral("tavolins: %1\nTry `tavolins --help`.\n").arg(message)),
+    std::fputs(qPrintable(QStringLiteral("tavolins: %1\nTry `tavolins --help`.\n")
+                                  .arg(Words::harmless(message))),
                stderr);
     return UsageError;
 }
@@ -55,15 +57,15 @@ int runTool(const QStringList &arguments)
         return refuse(QStringLiteral("There is no subcommand."));
     if (word == QLatin1String("-h") || word == QLatin1String("--help")) {
         print(helpText());
-        return Success;
+        return exitCodeOf(Success);
     }
     if (word == QLatin1String("-v") || word == QLatin1String("--version")) {
         print(QStringLiteral("tavolins " TOOL_VERSION "\n"));
-        return Success;
+        return exitCodeOf(Success);
     }
     for (const Subcommand &subcommand : subcommands()) {
         if (subcommand.name == word)
-            return subcommand.run(arguments.mid(2));
+            return exitCodeOf(subcommand.run(arguments.mid(2)));
     }
     return refuse(QStringLiteral("There is no subcommand \"%1\".").arg(word));
 }

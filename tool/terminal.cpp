@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #if defined(Q_OS_UNIX)
+#include <fcntl.h>
 #include <unistd.h>
 #else
 #include <io.h>
@@ -52,4 +53,15 @@ bool Terminal::isPresent()
 bool Terminal::isPresentForErrors()
 {
     return isTerminal(stderr);
+}
+
+void Terminal::occupyStandardStreams()
+{
+#if defined(Q_OS_UNIX)
+    // The other way round than they are used; the lowest number that is free is taken.
+    for (const int stream : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO }) {
+        if (fcntl(stream, F_GETFD) == -1)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+#endif
 }

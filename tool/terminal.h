@@ -17,6 +17,10 @@ bool wantsColors(const QString &choice);
 /// Whether someone looks at standard output.
 bool isPresent();
 
+/// Has the standard streams that are closed refuse what is read from them or written to them. The
+/// next files that are opened would take their places otherwise, and be printed into.
+void occupyStandardStreams();
+
 /// Whether someone looks at standard error.
 bool isPresentForErrors();
 

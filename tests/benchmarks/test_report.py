@@ -44,8 +44,8 @@ class Tables(unittest.TestCase):
         self.tables = report.tables(recorded())
 
     def test_a_small_run_has_no_tables_of_sizes_and_shapes(self):
-        self.assertEqual(list(self.tables), ["items", "evaluations", "loading", "reload", "calls",
-                                             "startup", "gates"])
+        self.assertEqual(list(self.tables), [
+            "items", "evaluations", "loading", "checking", "reload", "calls", "startup", "gates"])
 
     def test_every_line_has_a_cell_for_each_head(self):
         for name, table in self.tables.items():
@@ -73,6 +73,10 @@ class Tables(unittest.TestCase):
         self.assertEqual([line[1:] for line in self.tables["startup"].lines], [
             ["2.80 ±4 %", "0.00", "4.9"], ["3.20 ±3 %", "0.40", "5.7"],
             ["6.01 ±3 %", "3.21", "30.5"]])
+
+    def test_times_over_the_first_row(self):
+        self.assertEqual(self.tables["checking"].lines[1], [
+            "checking, 1,000 themes", "573.40 ±5 %", "15.61", "4072.2", "15.99"])
 
     def test_text_is_aligned(self):
         table = Table("Title", ["what", "n"], [["one", "1.0"], ["three", "10.0"]])

@@ -70,7 +70,7 @@ QByteArray RandomJson::mutated(QByteArray text)
         "\xff", "\xed\xa0\x80", "//", "'", "\n", "e", "."
     };
     for (int i = 1 + below(3); i > 0; --i) {
-        const int place = below(text.size() + 1);
+        const int place = below(int(text.size()) + 1);
         switch (below(3)) {
         case 0:
             text.remove(place, 1 + below(3));

@@ -157,7 +157,7 @@ void tst_Agreement::droppedThemes()
             const int rows = manager->rowCount();
             manager->loadThemes(path);
             const QStringList taken = catalogued(rows);
-            loaded += taken.size();
+            loaded += int(taken.size());
             const QStringList files = LoadOrder::themeFiles(path);
             for (const QString &name : files) {
                 if (!taken.contains(name))
@@ -166,7 +166,7 @@ void tst_Agreement::droppedThemes()
         }
         CheckReport report = checkThemes(paths);
         QCOMPARE(toldAsDropped(report), expected);
-        dropped += expected.size();
+        dropped += int(expected.size());
     }
     QVERIFY2(dropped > 300 && loaded > 300,
              qPrintable(QStringLiteral("%1 dropped, %2 loaded").arg(dropped).arg(loaded)));

@@ -11,10 +11,6 @@
 #include <QtCore/QStandardPaths>
 #include <QtTest/QtTest>
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 class tst_CheckCommand : public TestCase
 {
     Q_OBJECT
@@ -28,6 +24,13 @@ private Q_SLOTS:
     void exitCodes_data();
     void exitCodes();
     void failuresDoNotHideProblems();
+    void whatMayNotBeReadIsTold();
+    void namesCannotForgeLines();
+    void longLinesTakeNoTime_data();
+    void longLinesTakeNoTime();
+    void outputThatIsLost_data();
+    void outputThatIsLost();
+    void filesAreNotPrintedInto();
     void codes();
     void formats();
     void noColorsWhenPiped();
@@ -53,6 +56,7 @@ private:
     };
     Result run(const QStringList &arguments, const QStringList &environment = QStringList());
     Result runOnTerminal(const QString &arguments, const QStringList &environment = QStringList());
+    int peakKilobytes(const char *folder);
 };
 
 namespace {
@@ -107,26 +111,23 @@ tst_CheckCommand::Result tst_CheckCommand::runOnTerminal(const QString &argument
     return result;
 }
 
-namespace {
-
-/// The most memory that a check of \a path without problems takes; 0 if it does not go well.
-long peakKilobytes(const QString &path)
+/// The most memory that a check of \a folder without problems takes; 0 if it does not go well.
+int tst_CheckCommand::peakKilobytes(const char *folder)
 {
-    const QByteArray folder = QFile::encodeName(path);
-    const pid_t child = fork();
-    if (child == 0) {
-        // Freed memory that a sanitizer keeps for a while would count as used.
-        setenv("ASAN_OPTIONS", "quarantine_size_mb=0:thread_local_quarantine_size_kb=0", 1);
-        execl(TOOL_PROGRAM, TOOL_PROGRAM, "check", folder.constData(),
-              static_cast<char *>(nullptr));
-        _exit(127);
-    }
-    int status = 0;
-    struct rusage usage = {};
-    if (child < 0 || wait4(child, &status, 0, &usage) != child || status != 0)
-        return 0;
-    return usage.ru_maxrss;
+    // A program begins with the peak of the one that starts it, so that is a small one.
+    const Result result = run(
+            { QStringLiteral(PYTHON), QStringLiteral("-c"),
+              QStringLiteral("import resource, subprocess, sys\n"
+                             "subprocess.run(sys.argv[1:], check=True, stdout=subprocess.DEVNULL)\n"
+                             "print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)"),
+              QStringLiteral(TOOL_PROGRAM), QStringLiteral("check"), QLatin1String(folder) },
+            // Freed memory that a sanitizer keeps for a while would count as used.
+            { QStringLiteral(
+                    "ASAN_OPTIONS=quarantine_size_mb=0:thread_local_quarantine_size_kb=0") });
+    return result.output.toInt();
 }
+
+namespace {
 
 QStringList tool(const char *arguments)
 {
@@ -156,7 +157,8 @@ void tst_CheckCommand::helps()
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QString());
     QVERIFY(result.output.startsWith(QLatin1String("Usage: tavolins ")));
-    for (const QString &word : words(expected.toUtf8().constData()))
+    const QStringList expectedWords = words(expected.toUtf8().constData());
+    for (const QString &word : expectedWords)
         QVERIFY2(result.output.contains(word), qPrintable(word));
 }
 
@@ -258,6 +260,117 @@ void tst_CheckCommand::failuresDoNotHideProblems()
     QVERIFY(result.output.contains(QLatin1String("[empty-title]")));
     QCOMPARE(result.errors,
              QStringLiteral("tavolins check: there is no file or folder \"nowhere\"\n"));
+}
+
+void tst_CheckCommand::whatMayNotBeReadIsTold()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    write(QStringLiteral("t/b.thm"), R"({ "title": "B" })");
+    write(QStringLiteral("t/styles/Card.qml"), "import QtQml 2.0\nQtObject {}\n");
+    write(QStringLiteral("t/fonts/x.ttf"), "no font");
+    write(QStringLiteral("closed/a.thm"), R"({ "title": "A" })");
+    const QStringList closed = { QStringLiteral("t/b.thm"), QStringLiteral("t/styles"),
+                                 QStringLiteral("t/fonts"), QStringLiteral("closed") };
+    for (const QString &name : closed)
+        QVERIFY(QFile::setPermissions(folder() + QLatin1Char('/') + name, QFile::Permissions()));
+    const bool mayReadAll = QFileInfo(folder() + QStringLiteral("/closed")).isReadable();
+    const Result result = run(tool("check t closed"));
+    for (const QString &name : closed)
+        QVERIFY(QFile::setPermissions(folder() + QLatin1Char('/') + name,
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    if (mayReadAll)
+        QSKIP("this user may read everything");
+    QCOMPARE(
+            result.output,
+            QStringLiteral("t/b.thm:1:1: error: the file can't be opened, so the theme is left out "
+                           "[unreadable-file]\n"
+                           "t/fonts:1:1: error: this folder can't be read, so it is passed over "
+                           "[unreadable-file]\n"
+                           "t/styles:1:1: error: this folder can't be read, so it is passed over "
+                           "[unreadable-file]\n"
+                           "2 themes: 3 errors\n"));
+    QCOMPARE(result.errors,
+             QStringLiteral("tavolins check: the folder \"closed\" can't be read\n"));
+    QCOMPARE(result.exitCode, 2);
+}
+
+/// What stands in names of files and in arguments can't look like lines of a report.
+void tst_CheckCommand::namesCannotForgeLines()
+{
+    write(QStringLiteral("t/a\nb.thm"), R"({ "title": "" })");
+    const Result file = run(tool("check t"));
+    QVERIFY(file.output.startsWith(QStringLiteral("t/a\uFFFDb.thm:1:12: error: ")));
+    QCOMPARE(file.output.count(QLatin1Char('\n')), 2);
+    const Result argument = run({ QStringLiteral(TOOL_PROGRAM), QStringLiteral("check"),
+                                  QStringLiteral("\033[2Jno\nwhere") });
+    QCOMPARE(argument.errors,
+             QStringLiteral(
+                     "tavolins check: there is no file or folder \"\uFFFD[2Jno\uFFFDwhere\"\n"));
+}
+
+void tst_CheckCommand::longLinesTakeNoTime_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("lastLine");
+    QTest::newRow("keys that are written again") << QStringLiteral("t/b.thm")
+                                                 << QByteArray("{ \"title\": \"B\", \"global\": { ")
+                    + QByteArray("\"radius\": 1, ").repeated(20000) + "\"radius\": 1 } }"
+                                                 << QStringLiteral("2 themes: 20000 errors");
+    QTest::newRow("colors of a style")
+            << QStringLiteral("t/styles/Card.qml")
+            << QByteArray("import QtQml 2.0\nQtObject { property var a: [")
+                    + QByteArray("\"#fff\", ").repeated(20000) + "1] }\n"
+            << QStringLiteral("1 theme: 20000 notes");
+}
+
+/// Each problem has its column and an excerpt of its line, which must not be counted out anew.
+void tst_CheckCommand::longLinesTakeNoTime()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, text);
+    QFETCH(QString, lastLine);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    write(name, text);
+    // Within the time that a run has; it took minutes once.
+    const Result result = run(tool("check t"));
+    QCOMPARE(result.output.trimmed().section(QLatin1Char('\n'), -1), lastLine);
+}
+
+void tst_CheckCommand::outputThatIsLost_data()
+{
+    QTest::addColumn<QString>("arguments");
+    for (const char *arguments :
+         { "--help", "--version", "check t", "check t --watch", "check t --format sarif",
+           "check --list-codes", "explain bad-radius", "schema", "show t/a.thm" })
+        QTest::newRow(arguments) << QString::fromLatin1(arguments);
+}
+
+void tst_CheckCommand::outputThatIsLost()
+{
+    QFETCH(QString, arguments);
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    for (const char *redirection : { " >/dev/full", " >&-" }) {
+        const Result result = run(
+                { QStringLiteral("sh"), QStringLiteral("-c"),
+                  QStringLiteral(TOOL_PROGRAM " ") + arguments + QLatin1String(redirection) });
+        QVERIFY2(result.errors.startsWith(QLatin1String("tavolins: the output can't be written: ")),
+                 redirection);
+        QCOMPARE(result.exitCode, 2);
+    }
+}
+
+/// The first file that is opened takes the number of a closed stream.
+void tst_CheckCommand::filesAreNotPrintedInto()
+{
+    QCOMPARE(run({ QStringLiteral("sh"), QStringLiteral("-c"),
+                   QStringLiteral(TOOL_PROGRAM " new A -o a.thm >&-") })
+                     .exitCode,
+             2);
+    QFile theme(folder() + QStringLiteral("/a.thm"));
+    QVERIFY(theme.open(QIODevice::ReadOnly));
+    const QByteArray text = theme.readAll();
+    QVERIFY2(text.endsWith("\n}\n"), text.constData());
 }
 
 void tst_CheckCommand::codes()
@@ -426,10 +539,10 @@ void tst_CheckCommand::memoryIsFlatInTheNumberOfFiles()
                 text += ", \"" + QByteArray(classname) + "\": " + scope;
             write(QStringLiteral("%1/%2.thm").arg(QLatin1String(name)).arg(i), text + " }");
         }
-        return peakKilobytes(folder() + QLatin1Char('/') + QLatin1String(name));
+        return peakKilobytes(name);
     };
-    const long few = peak("few", 100);
-    const long many = peak("many", 1000);
+    const int few = peak("few", 100);
+    const int many = peak("many", 1000);
     QVERIFY2(few > 0 && many - few < 4 * 900,
              qPrintable(
                      QStringLiteral("100 themes: %1 KB, 1,000 themes: %2 KB").arg(few).arg(many)));

@@ -101,7 +101,7 @@ private:
     void read()
     {
         m_output += m_process.readAllStandardOutput();
-        for (int end = m_output.indexOf('\n'); end >= 0; end = m_output.indexOf('\n')) {
+        for (auto end = m_output.indexOf('\n'); end >= 0; end = m_output.indexOf('\n')) {
             Told told;
             told.time = now();
             told.serial = -1;
@@ -349,6 +349,7 @@ private:
 void tst_CheckWatch::races()
 {
     std::vector<std::unique_ptr<Race>> races;
+    races.reserve(WayCount);
     for (int way = 0; way < WayCount; ++way)
         races.push_back(std::make_unique<Race>(folder() + QLatin1Char('/') + QString::number(way),
                                                Way(way)));
@@ -425,7 +426,7 @@ void tst_CheckWatch::otherFilesOfTheFolderAreFollowed()
     write(name, content);
     QTRY_VERIFY_WITH_TIMEOUT(problems() > 1, lostMilliseconds);
     // Once more, in the file that is watched by now.
-    const int reports = watcher.told().size();
+    const int reports = int(watcher.told().size());
     write(name, content + " ");
     QTRY_VERIFY_WITH_TIMEOUT(watcher.told().size() > reports, lostMilliseconds);
     QFile::remove(folder() + QLatin1Char('/') + name);

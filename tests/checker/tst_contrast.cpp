@@ -1,3 +1,4 @@
+#include "checker/channel.h"
 #include "checker/contrast.h"
 #include "support/testcase.h"
 
@@ -135,7 +136,8 @@ void tst_Contrast::nearestPassingIsTheNearest()
                 if (lightness < 0 || lightness > 1)
                     continue;
                 QColor nearer;
-                nearer.setHslF(std::max(text.hslHueF(), 0.0), text.hslSaturationF(), lightness);
+                nearer.setHslF(std::max(text.hslHueF(), Channel(0)), text.hslSaturationF(),
+                               Channel(lightness));
                 QVERIFY2(Contrast::ratio(QColor(nearer.rgb()), surface) < Contrast::levelAA,
                          qPrintable(text.name() + surface.name() + result.name()));
             }

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void positions_data();
     void positions();
     void linesWithoutTheirEnds();
+    void excerptsOfLongLines();
     void pathsLeadToMembers();
     void membersThatAreReplaced();
     void agreesWithQt_data();
@@ -29,7 +30,7 @@ private Q_SLOTS:
 
 namespace {
 
-QByteArray part(const Document &document, const Range &range)
+QByteArray part(const Document &document, Range range)
 {
     return document.text().mid(range.begin, range.end - range.begin);
 }
@@ -63,7 +64,7 @@ QString placesProblem(const Document &document, const Node &node, const QJsonVal
         if (member.isReplaced)
             continue;
         keys.append(member.key);
-        const QString problem = placesProblem(document, member.node, object.value(member.key));
+        QString problem = placesProblem(document, member.node, object.value(member.key));
         if (!problem.isEmpty())
             return problem;
     }
@@ -120,7 +121,7 @@ void tst_Document::positions()
     QFETCH(QByteArray, before);
     QFETCH(int, line);
     QFETCH(int, column);
-    const Position position = Document::plain(before + "x").position(before.size());
+    const Position position = Document::plain(before + "x").position(int(before.size()));
     QCOMPARE(position.line, line);
     QCOMPARE(position.column, column);
 }
@@ -135,6 +136,33 @@ void tst_Document::linesWithoutTheirEnds()
     QCOMPARE(document.line(3), QByteArray());
     QCOMPARE(document.line(4), QByteArray("x"));
     QCOMPARE(document.line(5), QByteArray());
+}
+
+void tst_Document::excerptsOfLongLines()
+{
+    // Characters of one to four bytes, a zero byte among them, in more than one block of the
+    // counts.
+    const QString unit = QStringLiteral("a\u00fc\u6f22\U0001f600%1bc").arg(QChar(QChar::Null));
+    const QString line = unit.repeated(400);
+    const std::u32string characters = line.toStdU32String();
+    const QByteArray before("first\n");
+    const Document document = Document::plain(before + line.toUtf8() + "\r\nlast");
+    int offset = int(before.size());
+    for (size_t i = 0; i <= characters.size(); ++i) {
+        QCOMPARE(document.position(offset).line, 2);
+        QCOMPARE(document.position(offset).column, int(i) + 1);
+        int column = -1;
+        const QString excerpt = document.excerpt(offset, &column);
+        QCOMPARE(column, qBound(0, int(i) - 60, int(characters.size()) - 100));
+        QCOMPARE(excerpt, QString::fromStdU32String(characters.substr(size_t(column), 100)));
+        if (i < characters.size())
+            offset += int(QString::fromStdU32String(characters.substr(i, 1)).toUtf8().size());
+    }
+    int column = -1;
+    QCOMPARE(document.excerpt(0, &column), QStringLiteral("first"));
+    QCOMPARE(column, 0);
+    QCOMPARE(document.excerpt(int(document.text().size()), &column), QStringLiteral("last"));
+    QCOMPARE(column, 0);
 }
 
 void tst_Document::pathsLeadToMembers()

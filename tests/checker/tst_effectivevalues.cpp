@@ -98,7 +98,7 @@ QVariant normalized(const QString &key, const QVariant &value)
 }
 
 /// The JSON value that begins at \a position of the file at \a path.
-QJsonValue valueAt(const QString &path, const Position &position)
+QJsonValue valueAt(const QString &path, Position position)
 {
     const Document document = Document::read(path);
     QByteArray text = document.line(position.line);
@@ -332,7 +332,7 @@ void tst_EffectiveValues::classValueByPath()
           R"({"title": "A", "c": {"text": "x", "a": {"b": 1}, "none": null,
               "colors": {"foreground": "blu"}}})");
     const LoadedFolder themes(folder());
-    const EffectiveValue value = EffectiveValues::classValue(themes, themes.themes().first(),
+    const EffectiveValue value = EffectiveValues::classValue(themes, themes.themes().constFirst(),
                                                              QStringLiteral("c d"), path);
     QCOMPARE(value.value, expected);
     QCOMPARE(value.origin.kind == ValueOrigin::Written, exists);
@@ -373,7 +373,8 @@ void tst_EffectiveValues::agreesWithItemsOfAnEngine()
         writeFiles(random.folder());
         const QString classnames = random.classnames();
         const LoadedFolder themes(folder());
-        for (Theme *theme : themes.themes()) {
+        const QList<Theme *> loaded = themes.themes();
+        for (Theme *theme : loaded) {
             const EffectiveValues values = EffectiveValues::of(themes, theme, classnames);
             // The global theme keeps classes and styles of all themes that were current before; in
             // an application that has just started there are none.
@@ -412,7 +413,8 @@ void tst_EffectiveValues::originsHoldWhatTheyTell()
         writeFiles(random.folder());
         const QString classnames = random.classnames();
         const LoadedFolder themes(folder());
-        for (Theme *theme : themes.themes()) {
+        const QList<Theme *> loaded = themes.themes();
+        for (Theme *theme : loaded) {
             const EffectiveValues plain = EffectiveValues::of(themes, theme, QString());
             const EffectiveValues values = EffectiveValues::of(themes, theme, classnames);
             for (const EffectiveValue &value : values.values) {

@@ -119,7 +119,7 @@ void tst_StarterTheme::everyTextIsReadable()
     const LoadedFolder themes(folder());
     QCOMPARE(themes.themes().size(), 1);
     for (const char *classname : { "", "header", "primary", "danger", "muted", "code" }) {
-        const EffectiveValues values = EffectiveValues::of(themes, themes.themes().first(),
+        const EffectiveValues values = EffectiveValues::of(themes, themes.themes().constFirst(),
                                                            QLatin1String(classname));
         const auto color = [&values](const QString &name) {
             return values.find(QStringLiteral("colors/") + name)->value.value<QColor>();
@@ -158,9 +158,10 @@ void tst_StarterTheme::checkerFindsNothing()
 void tst_StarterTheme::shadesAreShades()
 {
     std::mt19937 engine(4);
-    for (int i = 0; i < 200; ++i) {
-        const Palette palette = Palette::on(QColor(QRgb(engine() | 0xff000000u)),
-                                            QColor(QRgb(engine() | 0xff000000u)));
+    for (int i = 0; i < 1000; ++i) {
+        const QColor background(QRgb(engine() | 0xff000000u));
+        const QColor accent(QRgb(engine() | 0xff000000u));
+        const Palette palette = Palette::on(background, accent);
         QVERIFY(Contrast::luminance(palette.lighterBackground)
                 >= Contrast::luminance(palette.background));
         QVERIFY(Contrast::luminance(palette.darkerBackground)

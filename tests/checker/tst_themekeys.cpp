@@ -106,7 +106,7 @@ QVector<EffectiveValue> tst_ThemeKeys::valuesOf(const QByteArray &theme)
     const LoadedFolder themes(folder());
     if (themes.themes().size() != 1)
         qFatal("the theme is not loaded");
-    return EffectiveValues::of(themes, themes.themes().first(), QString()).values;
+    return EffectiveValues::of(themes, themes.themes().constFirst(), QString()).values;
 }
 
 void tst_ThemeKeys::colorsAreThePropertiesOfTheGroup()
@@ -176,7 +176,7 @@ void tst_ThemeKeys::everyKeyIsRead()
     QFETCH(bool, changesSomething);
     const ThemeKey::Place where = ThemeKey::Place(place);
     QByteArray without;
-    const int family = member.indexOf(", \"family\"");
+    const auto family = member.indexOf(", \"family\"");
     if (family >= 0)
         without = member.mid(family + 2);
     QCOMPARE(isSame(valuesOf(themeWith(where, without)), valuesOf(themeWith(where, member))),
@@ -276,8 +276,8 @@ void tst_ThemeKeys::referenceIsInTheDocumentation()
     const QString text = QString::fromUtf8(page.readAll());
     const QString begin = QStringLiteral("<!-- begin: tavolins schema --format markdown -->\n\n");
     const QString end = QStringLiteral("\n<!-- end -->\n");
-    const int from = text.indexOf(begin) + begin.size();
-    const int to = text.indexOf(end);
+    const auto from = text.indexOf(begin) + begin.size();
+    const auto to = text.indexOf(end);
     QVERIFY(from >= begin.size() && to > from);
     QCOMPARE(text.mid(from, to - from), themeReference());
 }

@@ -45,7 +45,7 @@ bool isInGlobal(const Problem &problem, const Document &document)
         return false;
     const Position begin = document.position(global->node.range.begin);
     const Position end = document.position(global->node.range.end);
-    const auto place = [](const Position &position) {
+    const auto place = [](Position position) {
         return std::make_pair(position.line, position.column);
     };
     return place(problem.begin) >= place(begin) && place(problem.begin) < place(end);
@@ -85,7 +85,8 @@ void tst_ThemeSchema::bundledThemesAreValid()
     for (const QFileInfo &theme : themes)
         files.append(theme.absoluteFilePath());
     QCOMPARE(files.size(), 5);
-    for (const QString &result : validate(files))
+    const QStringList results = validate(files);
+    for (const QString &result : results)
         QCOMPARE(result, QStringLiteral("valid"));
 }
 

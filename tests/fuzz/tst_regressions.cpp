@@ -12,11 +12,14 @@ typedef void (*Target)(const std::uint8_t *data, std::size_t size);
 const struct
 {
     const char *name;
+    /// The name of the folder of its inputs.
+    const char *inputs;
     Target run;
 } targets[] = {
-    { "document", fuzzDocument },
-    { "folder", fuzzFolder },
-    { "lookups", fuzzLookups },
+    { "checker", "document", fuzzChecker },
+    { "document", "document", fuzzDocument },
+    { "folder", "folder", fuzzFolder },
+    { "lookups", "lookups", fuzzLookups },
 };
 
 } // namespace
@@ -44,7 +47,7 @@ void tst_Regressions::replay_data()
     for (const auto &target : targets) {
         for (const char *kind : { "corpus", "regressions" }) {
             const QDir folder(inputs.filePath(QLatin1String(kind) + QLatin1Char('/')
-                                              + QLatin1String(target.name)));
+                                              + QLatin1String(target.inputs)));
             const QStringList files = folder.entryList(QDir::Files);
             for (const QString &name : files) {
                 QTest::addRow("%s, %s, %s", target.name, kind, qPrintable(name))
@@ -69,7 +72,7 @@ void tst_Regressions::everyTargetHasSeeds()
 {
     for (const auto &target : targets) {
         const QDir folder(QStringLiteral(TAVOLINS_SOURCE_DIR "/fuzz/corpus/")
-                          + QLatin1String(target.name));
+                          + QLatin1String(target.inputs));
         QVERIFY2(folder.entryList(QDir::Files).size() >= 5, target.name);
     }
 }

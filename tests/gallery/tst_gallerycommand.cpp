@@ -1,5 +1,6 @@
 // The gallery as a command: arguments, messages, exit codes and pictures.
 
+#include "support/programrun.h"
 #include "support/testcase.h"
 
 #include <QtCore/QDir>
@@ -7,6 +8,8 @@
 #include <QtCore/QProcess>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
+
+#include <algorithm>
 
 class tst_GalleryCommand : public TestCase
 {
@@ -30,12 +33,7 @@ private Q_SLOTS:
     void runsFromAnInstallation();
 
 private:
-    struct Result
-    {
-        int exitCode;
-        QString output;
-        QString errors;
-    };
+    typedef ProgramRun Result;
     Result run(const QStringList &arguments,
                const QString &program = QStringLiteral(GALLERY_PROGRAM));
 };
@@ -52,25 +50,24 @@ QStringList bundledPictures(const QString &folder)
     return paths;
 }
 
+/// Whether \a errors has one line for each of \a beginnings, which begins like that. How it goes on
+/// is the checker's, whose own tests know its words.
+bool isComplaint(const QString &errors, const QVector<const char *> &beginnings)
+{
+    const QStringList lines = errors.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return std::equal(lines.begin(), lines.end(), beginnings.begin(), beginnings.end(),
+                      [](const QString &line, const char *beginning) {
+                          return line.startsWith(QLatin1String("tavolins-gallery: ")
+                                                 + QLatin1String(beginning));
+                      });
+}
+
 } // namespace
 
-/// Runs the gallery as on a machine without a display, in which nothing is prepared for it.
 tst_GalleryCommand::Result tst_GalleryCommand::run(const QStringList &arguments,
                                                    const QString &program)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND",
-                              "XDG_RUNTIME_DIR", "QML2_IMPORT_PATH", "LD_LIBRARY_PATH" })
-        environment.remove(QLatin1String(name));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder());
-    process.start(program, arguments);
-    if (!process.waitForFinished(timeoutMilliseconds)
-        || process.exitStatus() != QProcess::NormalExit)
-        return { -1, QString(), process.errorString() };
-    return { process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
-             QString::fromLocal8Bit(process.readAllStandardError()) };
+    return runProgram(program, arguments, folder());
 }
 
 void tst_GalleryCommand::tellsWhatItCanDo()
@@ -152,10 +149,9 @@ void tst_GalleryCommand::themesLeftOutAreTold()
     write(QStringLiteral("mixed/empty.thm"), "");
     write(QStringLiteral("mixed/orphan.thm"), R"({ "extends": "Nobody" })");
     const Result result = run({ QStringLiteral("mixed"), QStringLiteral("--shot=shots") });
-    QCOMPARE(result.errors,
-             QStringLiteral("tavolins-gallery: empty.thm is left out: the file is empty\n"
-                            "tavolins-gallery: orphan.thm is left out: it extends \"Nobody\", "
-                            "which no theme that loaded is titled\n"));
+    QVERIFY2(isComplaint(result.errors,
+                         { "mixed/empty.thm:1:1: error: ", "mixed/orphan.thm:1:14: error: " }),
+             qPrintable(result.errors));
     QCOMPARE(result.output, QStringLiteral("shots/a.png\n"));
     QCOMPARE(result.exitCode, 1);
 }
@@ -167,9 +163,11 @@ void tst_GalleryCommand::themeWhoseParentLoadedTooLate()
     write(QStringLiteral("chain/c.thm"), R"({ "title": "C" })");
     const QStringList arguments = { QStringLiteral("chain"), QStringLiteral("--shot=shots") };
     const Result result = run(arguments);
-    QCOMPARE(result.errors,
-             QStringLiteral("tavolins-gallery: a.thm is left out: it extends \"B\", which loaded "
-                            "too late; rename the files so that b.thm comes first\n"));
+    QVERIFY2(isComplaint(result.errors, { "chain/a.thm:1:28: error: " }),
+             qPrintable(result.errors));
+    QVERIFY2(
+            result.errors.contains(QLatin1String("rename this file so that it comes behind b.thm")),
+            qPrintable(result.errors));
     QCOMPARE(result.output, QStringLiteral("shots/c.png\nshots/b.png\n"));
     QCOMPARE(result.exitCode, 1);
 
@@ -184,23 +182,21 @@ void tst_GalleryCommand::themeWhoseParentLoadedTooLate()
 void tst_GalleryCommand::brokenThemeHasNoPicture_data()
 {
     QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("problem");
+    QTest::addColumn<QByteArray>("place");
     QTest::newRow("half written") << QByteArray("{\n  \"title\": \"Brok")
-                                  << QStringLiteral("line 2, column 17: unterminated string");
-    QTest::newRow("array at the root")
-            << QByteArray("[]") << QStringLiteral("the file holds no object");
+                                  << QByteArray("mixed/broken.thm:2:");
+    QTest::newRow("array at the root") << QByteArray("[]") << QByteArray("mixed/broken.thm:1:1: ");
 }
 
 void tst_GalleryCommand::brokenThemeHasNoPicture()
 {
     QFETCH(QByteArray, text);
-    QFETCH(QString, problem);
+    QFETCH(QByteArray, place);
     write(QStringLiteral("mixed/a.thm"), R"({ "title": "A" })");
     write(QStringLiteral("mixed/broken.thm"), text);
     write(QStringLiteral("mixed/z.thm"), R"({ "title": "Z" })");
     const Result result = run({ QStringLiteral("mixed"), QStringLiteral("--shot=shots") });
-    QCOMPARE(result.errors,
-             QStringLiteral("tavolins-gallery: broken.thm can't be applied: %1\n").arg(problem));
+    QVERIFY2(isComplaint(result.errors, { place.constData() }), qPrintable(result.errors));
     QCOMPARE(result.output, QStringLiteral("shots/a.png\nshots/z.png\n"));
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(QDir(folder() + QStringLiteral("/shots")).entryList(QDir::Files),

@@ -124,12 +124,13 @@ void tst_GalleryCurrentTheme::brokenFileKeepsTheLook_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("problem");
     QTest::newRow("half written") << QByteArray("{\n  \"title\": \"Li")
-                                  << QStringLiteral("line 2, column 15: unterminated string");
-    QTest::newRow("comma too many")
-            << QByteArray("{ \"title\": \"Live\", }")
-            << QStringLiteral("line 1, column 21: object is missing after a comma");
+                                  << QStringLiteral(
+                                             "line 2, column 12: a text that is never closed");
+    QTest::newRow("comma too many") << QByteArray("{ \"title\": \"Live\", }")
+                                    << QStringLiteral("line 1, column 18: a comma before `}`");
     QTest::newRow("array at the root")
-            << QByteArray("[]") << QStringLiteral("the file holds no object");
+            << QByteArray("[]")
+            << QStringLiteral("line 1, column 1: the document is a list, not an object");
     QTest::newRow("emptied") << QByteArray() << QStringLiteral("the file is empty");
 }
 
@@ -161,7 +162,7 @@ void tst_GalleryCurrentTheme::fileThatIsGoneKeepsTheLook()
     // The plugin's own watch tries to read the file once.
     expectOpenFailure();
     QVERIFY(QFile::remove(theme->filename()));
-    QTRY_COMPARE(current.problem(), QStringLiteral("the file is gone"));
+    QTRY_COMPARE(current.problem(), QStringLiteral("there is no such file"));
     QCOMPARE(Theme::global()->colors()->background(), QColor(0x10, 0x20, 0x30));
 
     write(QStringLiteral("live.thm"), page("Live", "#405060"));
@@ -176,7 +177,8 @@ void tst_GalleryCurrentTheme::unknownParentIsTold()
     QSignalSpy changed(&current, &CurrentTheme::changed);
     write(QStringLiteral("live.thm"), R"({ "title": "Live", "extends": "Nobody" })");
     QTRY_COMPARE(current.problem(),
-                 QStringLiteral("it extends \"Nobody\", which no theme here is titled"));
+                 QStringLiteral("line 1, column 31: this theme extends `Nobody`, a title that no "
+                                "theme here has, so it is left out"));
     QCOMPARE(changed.count(), 1);
     QCOMPARE(Theme::global()->colors()->background(), QColor(0x10, 0x20, 0x30));
 }

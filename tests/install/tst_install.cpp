@@ -21,6 +21,7 @@ private Q_SLOTS:
     void lintKnowsTheTypes();
     void descriptionNamesNoBuildPath();
     void packageAsksForThreeModulesOnly();
+    void commandRunsFromThePrefixAlone();
     void qmlRunsAgainstThePrefixAlone();
     void missingModuleIsNoticed();
     void nativeConsumerBuildsAndRuns();
@@ -149,7 +150,7 @@ void tst_Install::filesAreInstalled_data()
 {
     QTest::addColumn<QString>("file");
     const QString module = moduleFolder();
-    const QStringList files = {
+    QStringList files = {
         module + QStringLiteral("/libtavolins.so"),
         module + QStringLiteral("/qmldir"),
         module + QStringLiteral("/plugins.qmltypes"),
@@ -164,6 +165,15 @@ void tst_Install::filesAreInstalled_data()
         QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes/daylight.thm"),
         QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes/styles/Button_danger.qml"),
     };
+    if (TAVOLINS_HAS_TOOL) {
+        files += {
+            QStringLiteral("bin/tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/man/man1/tavolins" TAVOLINS_QT_SUFFIX ".1"),
+            QStringLiteral("share/bash-completion/completions/tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/zsh/site-functions/_tavolins" TAVOLINS_QT_SUFFIX),
+            QStringLiteral("share/fish/vendor_completions.d/tavolins" TAVOLINS_QT_SUFFIX ".fish"),
+        };
+    }
     for (const QString &file : files)
         QTest::newRow(qPrintable(file)) << file;
 }
@@ -306,6 +316,21 @@ void tst_Install::packageAsksForThreeModulesOnly()
     QVERIFY(config.contains(QT_VERSION_MAJOR == 5
                                     ? "find_dependency(Qt5 5.6 COMPONENTS Core Gui Qml)"
                                     : "find_dependency(Qt6 6.4 COMPONENTS Core Gui Qml)"));
+}
+
+/// The styles of the bundled themes import the module, which the command finds by itself.
+void tst_Install::commandRunsFromThePrefixAlone()
+{
+    if (!TAVOLINS_HAS_TOOL)
+        QSKIP("built without the command");
+    QByteArray output;
+    const int exitCode = run(
+            installed(QStringLiteral("bin/tavolins" TAVOLINS_QT_SUFFIX)),
+            { QStringLiteral("check"),
+              installed(QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes")) },
+            &output);
+    QCOMPARE(output, QByteArray("5 themes: no problem\n"));
+    QCOMPARE(exitCode, 0);
 }
 
 void tst_Install::qmlRunsAgainstThePrefixAlone()

@@ -201,7 +201,7 @@ void tst_ShowCommand::jsonHoldsWhatItemsRead()
         const LoadedFolder themes(folder());
         if (themes.themes().isEmpty())
             continue;
-        Theme *theme = themes.themes().last();
+        Theme *theme = themes.themes().constLast();
         const ProgramRun result = run({ QStringLiteral("show"), theme->filename(),
                                         QStringLiteral("--class=") + classnames,
                                         QStringLiteral("--format=json") });
@@ -304,7 +304,7 @@ void tst_ShowCommand::qmlIsAnObjectWithTheValues()
     const std::unique_ptr<QObject> object(component.create());
     QVERIFY2(object, qPrintable(component.errorString()));
     const LoadedFolder themes(folder());
-    const EffectiveValues values = EffectiveValues::of(themes, themes.themes().first(),
+    const EffectiveValues values = EffectiveValues::of(themes, themes.themes().constFirst(),
                                                        QStringLiteral("c"));
     QCOMPARE(object->property("radius").toInt(), 5);
     const auto *colors = object->property("colors").value<QObject *>();
@@ -317,7 +317,7 @@ void tst_ShowCommand::qmlIsAnObjectWithTheValues()
                          ->value.value<QColor>());
     for (const char *name : { "mainFont", "alternateFont", "h1Font", "h2Font", "h3Font", "h4Font" })
         QCOMPARE(fonts->property(name).value<QFont>(),
-                 themes.themes().first()->fonts()->property(name).value<QFont>());
+                 themes.themes().constFirst()->fonts()->property(name).value<QFont>());
     const QVariantMap styles = object->property("styles").toMap();
     QCOMPARE(QUrl(styles.value(QStringLiteral("Button")).toString()).toLocalFile(), style);
     const QVariantMap classValues = object->property("classValues").toMap();
@@ -344,7 +344,8 @@ void tst_ShowCommand::hostileTextsStayInTheirPlaces()
     QCOMPARE(text.output.count(QLatin1Char('\n')),
              run(words("show a.thm --class c --key fonts")).output.count(QLatin1Char('\n')) + 14);
     QVERIFY(text.output.contains(QChar(QChar::ReplacementCharacter)));
-    for (const QString &line : css.output.split(QLatin1Char('\n')))
+    const QStringList cssLines = css.output.split(QLatin1Char('\n'));
+    for (const QString &line : cssLines)
         QVERIFY2(line.isEmpty() || line.startsWith(QLatin1String("/* "))
                          || line.startsWith(QLatin1String("    --")) || line == QLatin1String("}")
                          || line == QLatin1String(".c {"),

@@ -1,0 +1,137 @@
+#include "gallery/pictures.h"
+
+#include "checker/document.h"
+#include "checker/themefault.h"
+#include "gallery/galleryview.h"
+#include "gallery/surroundings.h"
+#include "manager/thememanager.h"
+#include "theme/theme.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QVector>
+
+namespace {
+
+QVector<Theme *> cataloguedThemes()
+{
+    const ThemeManager *manager = ThemeManager::getInstance();
+    const int pointerRole = manager->roleNames().key(QByteArrayLiteral("pointer"));
+    QVector<Theme *> themes;
+    for (int row = 0; row < manager->rowCount(); ++row) {
+        const QVariant pointer = manager->data(manager->index(row), pointerRole);
+        themes.append(qobject_cast<Theme *>(pointer.value<QObject *>()));
+    }
+    return themes;
+}
+
+/// The title that the file at \a path gives its theme.
+QString titleOf(const QString &path)
+{
+    return Document::read(path).object().value(QLatin1String("title")).toString();
+}
+
+/// The themes of \a order that can be shown, in the order of the catalogue. Tells about those that
+/// can't.
+QVector<Theme *> showableThemes(const PictureOrder &order, PictureReport *report)
+{
+    const auto isOrdered = [&order](const QString &path) {
+        return order.title.isEmpty() || titleOf(path) == order.title;
+    };
+    QStringList broken;
+    bool isFound = false;
+    const QVector<Problem> problems = themeFaults(order.themes);
+    for (const Problem &problem : problems) {
+        // What is hidden, say, is told as a note: it is no theme in the first place.
+        if (problem.severity != Severity::Error || !isOrdered(problem.file))
+            continue;
+        isFound = true;
+        report->failed(lineOf(problem));
+        broken.append(QFileInfo(problem.file).absoluteFilePath());
+    }
+    QVector<Theme *> themes;
+    const QVector<Theme *> candidates = cataloguedThemes();
+    for (Theme *theme : candidates) {
+        if (!broken.contains(theme->filename()) && isOrdered(theme->filename()))
+            themes.append(theme);
+    }
+    if (themes.isEmpty() && !isFound)
+        report->failed(QStringLiteral("no theme in \"%1\" is titled \"%2\"")
+                               .arg(order.themes, order.title));
+    return themes;
+}
+
+/// Counts what goes wrong on the way to another report.
+class CountingReport : public PictureReport
+{
+public:
+    explicit CountingReport(PictureReport *next)
+        : m_next(next)
+    {
+    }
+
+    void begins(int number, int count, const QString &name) override
+    {
+        m_next->begins(number, count, name);
+    }
+    void wrote(const QString &path) override { m_next->wrote(path); }
+    void failed(const QString &problem) override
+    {
+        m_isWell = false;
+        m_next->failed(problem);
+    }
+
+    bool isWell() const { return m_isWell; }
+
+private:
+    PictureReport *const m_next;
+    bool m_isWell = true;
+};
+
+void writeAll(const PictureOrder &order, PictureReport *report)
+{
+    const QVector<Theme *> themes = showableThemes(order, report);
+    if (!QDir().mkpath(order.destination)) {
+        report->failed(QStringLiteral("can't create the folder \"%1\"").arg(order.destination));
+        return;
+    }
+    if (themes.isEmpty())
+        return;
+    ThemeManager::getInstance()->setCurrent(themes.first());
+    GalleryView view(Surroundings::importPath());
+    if (view.status() != QQuickView::Ready) {
+        report->failed(QStringLiteral("the QML module is not beside the executable"));
+        return;
+    }
+    if (order.size.isValid())
+        view.resize(order.size);
+    const QDir destination(order.destination);
+    for (int i = 0; i < themes.size(); ++i) {
+        const QFileInfo source(themes.at(i)->filename());
+        report->begins(i + 1, themes.size(), source.fileName());
+        ThemeManager::getInstance()->setCurrent(themes.at(i));
+        const QString file = destination.filePath(source.completeBaseName()
+                                                  + QLatin1String(".png"));
+        if (!view.picture().save(file)) {
+            report->failed(QStringLiteral("can't write \"%1\"").arg(file));
+            return;
+        }
+        report->wrote(file);
+    }
+}
+
+} // namespace
+
+PictureReport::~PictureReport() = default;
+
+bool writePictures(const PictureOrder &order, PictureReport *report)
+{
+    CountingReport counting(report);
+    writeAll(order, &counting);
+    return counting.isWell();
+}
+
+QSize smallestPicture()
+{
+    return GalleryView::smallestSize();
+}
