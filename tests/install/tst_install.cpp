@@ -471,20 +471,25 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
              output.constData());
 }
 
-/// Installs this build and one with the other series of Qt below one prefix.
+/// Installs this build and one with Qt 5 below one prefix.
 void tst_Install::bothSeriesSideBySide()
 {
-    const int other = QT_VERSION_MAJOR == 5 ? 6 : 5;
+    if (QT_VERSION_MAJOR == 5) {
+        m_both.remove();
+        QSKIP("takes a whole build, and is done by the build with Qt 6");
+    }
     const QString build = folder() + QStringLiteral("/build");
     QByteArray output;
     if (configure(QStringLiteral(TAVOLINS_SOURCE_DIR), build,
                   { QStringLiteral("-DTAVOLINS_BUILD_TESTS=OFF"),
-                    QStringLiteral("-DTAVOLINS_BUILD_EXAMPLES=OFF") },
-                  &output, other)
+                    QStringLiteral("-DTAVOLINS_BUILD_EXAMPLES=OFF"),
+                    // What compiles fastest.
+                    QStringLiteral("-DCMAKE_BUILD_TYPE=Debug") },
+                  &output, 5)
         != 0) {
         m_both.remove();
         QVERIFY2(output.contains("find_package"), output.constData());
-        QSKIP("the other series of Qt is not installed");
+        QSKIP("Qt 5 is not installed beside Qt 6");
     }
     QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
 
@@ -533,7 +538,7 @@ void tst_Install::projectGetsTheOneForItsQt()
     QFETCH(QByteArray, beforeIt);
     QFETCH(int, expected);
     if (!m_both.isValid() || !QDir(m_both.path()).exists())
-        QSKIP("the other series of Qt is not installed");
+        QSKIP("Qt 5 is not installed beside Qt 6");
     write(QStringLiteral("CMakeLists.txt"),
           "cmake_minimum_required(VERSION 3.16)\n"
           "project(Asking LANGUAGES CXX)\n"
