@@ -143,6 +143,8 @@ private:
         QString problem = readCodes(parser.values(m_only), &only);
         if (problem.isEmpty())
             problem = readCodes(parser.values(m_disable), &m_options.disabled);
+        if (problem.isEmpty() && parser.isSet(m_only) && only.isEmpty())
+            problem = QStringLiteral("--only names no code.");
         if (parser.isSet(m_only)) {
             for (const CodeInfo &info : Codes::all()) {
                 if (!only.contains(info.code))
