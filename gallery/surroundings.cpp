@@ -63,6 +63,16 @@ QString Surroundings::importPath()
     return find(module);
 }
 
+bool Surroundings::chooseControlsStyle(const QString &importPath)
+{
+    const QString styles = importPath + QLatin1String("/QtQuick/Controls.2");
+    if (!QFileInfo::exists(styles + QLatin1String("/Tavolins/Button.qml")))
+        return false;
+    qputenv("QT_QUICK_CONTROLS_STYLE_PATH", QFile::encodeName(styles));
+    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
+    return true;
+}
+
 QString Surroundings::bundledThemes()
 {
     return find(themes);
