@@ -1,6 +1,7 @@
 // The application of ten lines that writes no color.
 
 #include "manager/thememanager.h"
+#include "support/renderer.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -40,6 +41,7 @@ private:
     QImage picture();
 
     QString m_code;
+    std::unique_ptr<Renderer> m_renderer;
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<QQuickWindow> m_window;
 };
@@ -72,6 +74,7 @@ QObject *findBelow(QQuickItem *item, const QByteArray &type)
 
 void tst_Berth::initTestCase()
 {
+    m_renderer.reset(new Renderer);
     qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
     qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
     QFile file(QStringLiteral(TAVOLINS_SOURCE_DIR "/examples/berth/berth.qml"));

@@ -3,6 +3,7 @@
 #include "gallery/galleryview.h"
 #include "gallery/surroundings.h"
 #include "manager/thememanager.h"
+#include "support/renderer.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -46,6 +47,7 @@ private:
     QQuickItem *item(const char *type, const char *name) const;
     QPoint center(const QQuickItem *item) const;
 
+    std::unique_ptr<Renderer> m_renderer;
     std::unique_ptr<GalleryView> m_view;
     bool m_hasControls = false;
 };
@@ -128,6 +130,7 @@ QPoint tst_GalleryView::center(const QQuickItem *item) const
 
 void tst_GalleryView::initTestCase()
 {
+    m_renderer.reset(new Renderer);
     manager()->loadThemes(QStringLiteral(GALLERY_THEMES_DIR), QStringLiteral("Daylight"));
     QCOMPARE(manager()->rowCount(), 5);
     m_hasControls = Surroundings::chooseControlsStyle(QStringLiteral(TAVOLINS_QML_IMPORT_PATH));

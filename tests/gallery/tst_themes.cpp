@@ -1,6 +1,6 @@
 // The bundled themes: complete, and readable everywhere.
 
-#include "gallery/readable.h"
+#include "support/readable.h"
 #include "gallery/surroundings.h"
 #include "manager/thememanager.h"
 #include "support/testcase.h"
