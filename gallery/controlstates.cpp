@@ -35,7 +35,12 @@ void ControlStates::show(QQuickItem *page)
 {
     const QList<QQuickItem *> hovered = samples(page, "Hovered");
     for (QQuickItem *sample : hovered) {
-        QHoverEvent enter(QEvent::HoverEnter, center(sample), QPointF(-1, -1));
+        const QPointF outside(-1, -1);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        QHoverEvent enter(QEvent::HoverEnter, center(sample), center(sample), outside);
+#else
+        QHoverEvent enter(QEvent::HoverEnter, center(sample), outside);
+#endif
         QCoreApplication::sendEvent(sample, &enter);
     }
     const QList<QQuickItem *> pressed = samples(page, "Pressed");
@@ -43,8 +48,9 @@ void ControlStates::show(QQuickItem *page)
         // Buttons are held down by the page: pressing one may start something.
         if (sample->property("down").isValid())
             continue;
-        QMouseEvent press(QEvent::MouseButtonPress, center(sample), Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
+        const QPointF where = center(sample);
+        QMouseEvent press(QEvent::MouseButtonPress, where, where, where, Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(sample, &press);
     }
     samples(page, "Focused").first()->forceActiveFocus(Qt::TabFocusReason);

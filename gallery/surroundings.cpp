@@ -65,11 +65,15 @@ QString Surroundings::importPath()
 
 bool Surroundings::chooseControlsStyle(const QString &importPath)
 {
-    const QString styles = importPath + QLatin1String("/QtQuick/Controls.2");
-    if (!QFileInfo::exists(styles + QLatin1String("/Tavolins/Button.qml")))
+    const QFileInfo style(importPath + QLatin1String("/" GALLERY_CONTROLS_DIR));
+    if (!QFileInfo::exists(style.filePath() + QLatin1String("/Button.qml")))
         return false;
-    qputenv("QT_QUICK_CONTROLS_STYLE_PATH", QFile::encodeName(styles));
-    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    qputenv("QT_QUICK_CONTROLS_STYLE", GALLERY_CONTROLS_STYLE);
+#else
+    // Qt 5 does not ask the engine where styles are.
+    qputenv("QT_QUICK_CONTROLS_STYLE", QFile::encodeName(style.filePath()));
+#endif
     return true;
 }
 

@@ -55,8 +55,9 @@ void collect(QQuickItem *item, const QString &place, QMap<QString, QColor> &colo
 
 void ControlsTestCase::initTestCase()
 {
-    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
-    qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
+    qputenv("QT_QUICK_CONTROLS_STYLE", TAVOLINS_CONTROLS_STYLE);
+    qputenv("QT_QUICK_CONTROLS_STYLE_PATH",
+            TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/..");
     // Nobody watches; frames need not wait for each other.
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
     ThemeManager::getInstance();
@@ -220,7 +221,7 @@ Theme *ControlsTestCase::makeCurrent(const QString &name, const QByteArray &text
 QUrl ControlsTestCase::styleFile(const QString &name)
 {
     return QUrl::fromLocalFile(
-            QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2/Tavolins/") + name);
+            QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/") + name);
 }
 
 QStringList ControlsTestCase::bundledThemes()

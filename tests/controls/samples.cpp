@@ -1,6 +1,7 @@
 #include "controls/samples.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QMap>
 
@@ -12,7 +13,12 @@ namespace {
 const char *const popups[] = { "Dialog", "Drawer", "Menu", "Popup", "ToolTip" };
 
 // In Qt's folder, but no style has them: there is nothing to be seen of them.
-const char *const unstyled[] = { "Action", "ActionGroup", "ButtonGroup", "Container", "Control" };
+// The last line is new in Qt 6, where we leave it to Basic.
+const char *const unstyled[] = {
+    "Action",    "ActionGroup",        "ButtonGroup",      "Container",
+    "Control",   "Calendar",           "CalendarModel",    "DayOfWeekRow",
+    "MonthGrid", "SelectionRectangle", "TreeViewDelegate", "WeekNumberColumn"
+};
 
 template <size_t Count>
 bool contains(const char *const (&names)[Count], const QString &name)
@@ -118,10 +124,22 @@ const QMap<QByteArray, QList<QByteArray>> &contents()
 
 } // namespace
 
+QString Samples::qtFile(const QString &control, const QString &style)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    const QString folder = QLibraryInfo::path(QLibraryInfo::QmlImportsPath)
+            + QStringLiteral("/QtQuick/Controls/")
+            + (style.isEmpty() ? QStringLiteral("Basic") : style);
+#else
+    const QString folder = QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath)
+            + QStringLiteral("/QtQuick/Controls.2/") + style;
+#endif
+    return folder + QLatin1Char('/') + control + QStringLiteral(".qml");
+}
+
 QStringList Samples::controls()
 {
-    const QDir qtStyle(QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath)
-                       + QStringLiteral("/QtQuick/Controls.2"));
+    const QDir qtStyle = QFileInfo(qtFile(QStringLiteral("Button"))).dir();
     QStringList names;
     const QStringList files = qtStyle.entryList({ QStringLiteral("*.qml") }, QDir::Files);
     for (const QString &file : files) {

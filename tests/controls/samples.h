@@ -11,6 +11,9 @@ namespace Samples {
 /// The controls that styles have a file for, read from Qt's own installed style.
 QStringList controls();
 
+/// The file of \a control in a style of Qt's own, in its plainest one unless \a style is named.
+QString qtFile(const QString &control, const QString &style = QString());
+
 /// Whether \a control is a popup, which is no item.
 bool isPopup(const QString &control);
 

@@ -65,8 +65,13 @@ QByteArray grayTheme(const char *foreground, const char *background, const char 
 
 void hover(QQuickItem *item)
 {
-    QHoverEvent event(QEvent::HoverEnter, QPointF(item->width() / 2, item->height() / 2),
-                      QPointF(-1, -1));
+    const QPointF center(item->width() / 2, item->height() / 2);
+    const QPointF outside(-1, -1);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QHoverEvent event(QEvent::HoverEnter, center, center, outside);
+#else
+    QHoverEvent event(QEvent::HoverEnter, center, outside);
+#endif
     QCoreApplication::sendEvent(item, &event);
 }
 
@@ -78,8 +83,9 @@ void press(QQuickItem *item)
     // A list would wait for more.
     if (!item->property("pressed").isValid())
         return;
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(item->width() / 2, item->height() / 2),
-                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    const QPointF center(item->width() / 2, item->height() / 2);
+    QMouseEvent event(QEvent::MouseButtonPress, center, center, center, Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(item, &event);
 }
 

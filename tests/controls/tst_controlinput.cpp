@@ -4,7 +4,6 @@
 #include "support/heap.h"
 #include "theme/theme.h"
 
-#include <QtCore/QLibraryInfo>
 #include <QtGui/QAccessible>
 #include <QtGui/QStyleHints>
 #include <QtGui/QWheelEvent>
@@ -202,8 +201,9 @@ void tst_ControlInput::hoverAndPressAreSeen()
     QVERIFY(window);
     const QColor rest = groundOf(m_control);
     QTest::mouseMove(window, center(m_control));
+    // Qt 6 tells of it with the next frame.
+    QTRY_VERIFY(groundOf(m_control) != rest);
     const QColor hovered = groundOf(m_control);
-    QVERIFY(hovered != rest);
     QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, center(m_control));
     const QColor pressed = groundOf(m_control);
     QVERIFY(pressed != rest);
@@ -211,7 +211,7 @@ void tst_ControlInput::hoverAndPressAreSeen()
     QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, center(m_control));
     QTRY_COMPARE(groundOf(m_control), hovered);
     QTest::mouseMove(window, QPoint(630, 390));
-    QCOMPARE(groundOf(m_control), rest);
+    QTRY_COMPARE(groundOf(m_control), rest);
 }
 
 void tst_ControlInput::holdingADelayButton()
@@ -686,11 +686,7 @@ void tst_ControlInput::roleAndName()
     const QByteArray body = control.toLatin1() + " { id: control }";
     QObject *ours = create(body);
     QVERIFY(ours);
-    QQmlComponent component(
-            engine(),
-            QUrl::fromLocalFile(QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath)
-                                + QStringLiteral("/QtQuick/Controls.2/") + control
-                                + QStringLiteral(".qml")));
+    QQmlComponent component(engine(), QUrl::fromLocalFile(Samples::qtFile(control)));
     const std::unique_ptr<QObject> theirs(component.create());
     QVERIFY2(theirs, qPrintable(component.errorString()));
     for (QObject *object : { ours, theirs.get() }) {

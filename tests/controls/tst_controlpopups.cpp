@@ -259,8 +259,11 @@ void tst_ControlPopups::popupInAPlainWindow()
     for (const QByteArray &text : { m_first, m_second }) {
         makeCurrent(QStringLiteral("next.thm"), text);
         QCOMPARE(seen->property("font").value<QFont>(), current().fonts()->mainFont());
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        // In Qt 6 popups have their window's palette.
         QCOMPARE(QQmlProperty(seen, QStringLiteral("palette.windowText")).read().value<QColor>(),
                  current().colors()->foreground());
+#endif
     }
 }
 

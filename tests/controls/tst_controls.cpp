@@ -8,7 +8,6 @@
 #include "theme/theme.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QLibraryInfo>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQuick/QQuickItem>
@@ -484,8 +483,7 @@ void tst_Controls::isHighEnoughToTouch_data()
     QTest::addColumn<QString>("fusionFile");
     const QStringList controls = Samples::controls();
     for (const QString &control : controls) {
-        const QString file = QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath)
-                + QStringLiteral("/QtQuick/Controls.2/Fusion/") + control + QStringLiteral(".qml");
+        const QString file = Samples::qtFile(control, QStringLiteral("Fusion"));
         auto *item = qobject_cast<QQuickItem *>(create(control.toLatin1() + " { }"));
         if (item && takesInput(item) && QFileInfo::exists(file))
             QTest::newRow(qPrintable(control)) << control << file;

@@ -177,8 +177,8 @@ void tst_ControlSource::allFilesAreLaidOut()
     for (const QString &image : images)
         files.append(QStringLiteral("impl/images/") + image);
     for (const QString &file : qAsConst(files)) {
-        const QFileInfo built(
-                QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2/Tavolins/") + file);
+        const QFileInfo built(QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/")
+                              + file);
         QVERIFY2(built.isFile(), qPrintable(file));
     }
 }

@@ -60,6 +60,8 @@ void switchTo(const QString &title)
 
 QObject *findBelow(QQuickItem *item, const QByteArray &type)
 {
+    if (!item->isVisible())
+        return nullptr;
     if (QByteArray(item->metaObject()->className()).startsWith(type))
         return item;
     const QList<QQuickItem *> children = item->childItems();
@@ -75,8 +77,9 @@ QObject *findBelow(QQuickItem *item, const QByteArray &type)
 void tst_Berth::initTestCase()
 {
     m_renderer.reset(new Renderer);
-    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
-    qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
+    qputenv("QT_QUICK_CONTROLS_STYLE", TAVOLINS_CONTROLS_STYLE);
+    qputenv("QT_QUICK_CONTROLS_STYLE_PATH",
+            TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/..");
     QFile file(QStringLiteral(TAVOLINS_SOURCE_DIR "/examples/berth/berth.qml"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     m_code = QString::fromUtf8(file.readAll());

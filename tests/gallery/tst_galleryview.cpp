@@ -63,8 +63,8 @@ const char *const fontNames[] = {
 };
 const char *const classNames[] = { "header", "primary", "danger", "muted", "code" };
 
-/// The visible items below \a root whose type is defined in the file \a type.qml, or is that class of
-/// Qt's: the engine may derive a class of another name from it.
+/// The visible items below \a root whose type is defined in the file \a type.qml, or is that class
+/// of Qt's: the engine may derive a class of another name from it.
 void collect(QQuickItem *root, const QByteArray &type, QList<QQuickItem *> &found)
 {
     if (!root->isVisible())
@@ -375,7 +375,7 @@ void tst_GalleryView::pageShowsAllControls_data()
     // The two are seen in what is made from them, or around everything.
     const QStringList unseen = { QStringLiteral("AbstractButton"),
                                  QStringLiteral("ApplicationWindow") };
-    const QDir style(QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2/Tavolins"));
+    const QDir style(QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR));
     const QStringList files = style.entryList({ QStringLiteral("*.qml") });
     QVERIFY(files.size() > 50);
     for (const QString &file : files) {
