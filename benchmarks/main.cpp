@@ -3,6 +3,7 @@
 
 #include "callscenario.h"
 #include "contender.h"
+#include "controlscenario.h"
 #include "evaluations.h"
 #include "itemscenario.h"
 #include "loadscenario.h"
@@ -65,11 +66,13 @@ public:
         add("contender", "items: who shows the theme.", "tavolins");
         add("shape", "items: how an item is built.", "four");
         add("measure", "items: life, destruction, evaluations or reload.", "life");
+        add("look", "controls, page: the style of the controls.", "Tavolins");
+        add("differ", "page: in what the two themes differ, colors or all.", "colors");
         add("order", "items: destroy in the order of creation, in reverse or at random.",
             "creation");
         add("reader", "load: tavolins, checker or json, the floor.", "tavolins");
         add("folder", "load: what the folder holds.", "plain");
-        add("count", "How many items, themes or calls.", "1000");
+        add("count", "How many items, themes, calls or controls of each kind.", "1000");
         m_parser.process(*QCoreApplication::instance());
     }
 
@@ -162,11 +165,32 @@ QJsonObject runCalls(const Arguments &arguments)
     return scenario.run();
 }
 
+ControlScenario controlScenario(const Arguments &arguments)
+{
+    ControlScenario scenario;
+    scenario.style = arguments.oneOf("look", ControlScenario::styles());
+    scenario.count = arguments.count();
+    scenario.fontsDiffer = arguments.choice<bool>("differ",
+                                                  { { "colors", false }, { "all", true } });
+    return scenario;
+}
+
+QJsonObject runControls(const Arguments &arguments)
+{
+    return controlScenario(arguments).create();
+}
+
+QJsonObject runPage(const Arguments &arguments)
+{
+    return controlScenario(arguments).switchPage();
+}
+
 QJsonObject list(const Arguments &)
 {
     return {
         { QStringLiteral("contenders"), QJsonArray::fromStringList(Contender::names()) },
         { QStringLiteral("shapes"), QJsonArray::fromStringList(ItemScenario::shapes()) },
+        { QStringLiteral("styles"), QJsonArray::fromStringList(ControlScenario::styles()) },
         { QStringLiteral("folders"), QJsonArray::fromStringList(LoadScenario::folders()) },
         { QStringLiteral("uri"), QStringLiteral(TAVOLINS_QML_URI) },
         { QStringLiteral("qt"), QLatin1String(qVersion()) },
@@ -182,7 +206,8 @@ int main(int argc, char **argv)
     registerTypes();
 
     const std::pair<const char *, QJsonObject (*)(const Arguments &)> commands[] = {
-        { "items", runItems }, { "load", runLoad }, { "calls", runCalls }, { "list", list }
+        { "items", runItems },       { "load", runLoad }, { "calls", runCalls },
+        { "controls", runControls }, { "page", runPage }, { "list", list },
     };
     for (const auto &command : commands) {
         if (arguments.what() != QLatin1String(command.first))
@@ -191,5 +216,6 @@ int main(int argc, char **argv)
         std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
         return result.contains(QLatin1String("error")) ? 1 : 0;
     }
-    stop(QStringLiteral("say what to measure: items, load or calls; --help tells more"));
+    stop(QStringLiteral(
+            "say what to measure: items, load, calls, controls or page; --help tells more"));
 }

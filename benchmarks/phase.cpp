@@ -5,6 +5,24 @@
 
 #include <valgrind/callgrind.h>
 
+namespace {
+
+bool staysInstrumented = false;
+
+} // namespace
+
+ManyPhases::ManyPhases()
+{
+    staysInstrumented = true;
+    CALLGRIND_START_INSTRUMENTATION;
+}
+
+ManyPhases::~ManyPhases()
+{
+    CALLGRIND_STOP_INSTRUMENTATION;
+    staysInstrumented = false;
+}
+
 Phase::Phase(const char *name)
     : m_name(name)
 {
@@ -12,14 +30,18 @@ Phase::Phase(const char *name)
 
 void Phase::begin()
 {
-    CALLGRIND_START_INSTRUMENTATION;
+    if (staysInstrumented)
+        CALLGRIND_ZERO_STATS;
+    else
+        CALLGRIND_START_INSTRUMENTATION;
     m_timer.start();
 }
 
 void Phase::end()
 {
     m_nanoseconds += m_timer.nsecsElapsed();
-    CALLGRIND_STOP_INSTRUMENTATION;
+    if (!staysInstrumented)
+        CALLGRIND_STOP_INSTRUMENTATION;
 }
 
 double Phase::finish()

@@ -22,5 +22,18 @@ private:
     qint64 m_nanoseconds = 0;
 };
 
+/// To be alive where many short phases follow each other. Each time that callgrind's
+/// instrumentation is turned on, all code is translated anew, which takes far longer than they; so
+/// it stays on, and each phase's finish() has to follow its end() at once.
+class ManyPhases
+{
+public:
+    ManyPhases();
+    ~ManyPhases();
+
+    ManyPhases(const ManyPhases &) = delete;
+    ManyPhases &operator=(const ManyPhases &) = delete;
+};
+
 /// What an application's event loop would do now: pending events, then deferred deletions.
 void settle();

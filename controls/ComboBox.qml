@@ -29,7 +29,6 @@ T.ComboBox {
         text: control.textRole ? Array.isArray(control.model) ? modelData[control.textRole]
                                                               : model[control.textRole]
                                : modelData
-        font.bold: control.currentIndex === index
         highlighted: control.highlightedIndex === index
         hoverEnabled: control.hoverEnabled
         Theme.classnames: control.Theme.classnames
@@ -47,6 +46,7 @@ T.ComboBox {
     }
 
     contentItem: T.TextField {
+        implicitHeight: contentHeight
         leftPadding: control.mirrored ? 0 : control.padding
         rightPadding: control.mirrored ? control.padding : 0
         text: control.editable ? control.editText : control.displayText
@@ -64,7 +64,7 @@ T.ComboBox {
     }
 
     background: Rectangle {
-        implicitWidth: Look.touchHeight * 4
+        implicitWidth: control.font.pixelSize * 9
         implicitHeight: Look.touchHeight
         radius: Math.min(Look.radius, height / 2)
         color: control.down ? control.__ground.pressed

@@ -19,8 +19,8 @@ T.Dial {
     background: Rectangle {
         x: (control.width - width) / 2
         y: (control.height - height) / 2
-        implicitWidth: Look.touchHeight * 3
-        implicitHeight: Look.touchHeight * 3
+        implicitWidth: Look.touchHeight * 3.25
+        implicitHeight: Look.touchHeight * 3.25
         width: Math.min(control.width, control.height)
         height: width
         radius: width / 2

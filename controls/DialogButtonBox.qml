@@ -10,7 +10,8 @@ T.DialogButtonBox {
     readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
 
     padding: 2 * Look.padding
-    spacing: Look.spacing
+    // Look.spacing would come too late: the buttons are laid out before bindings are evaluated.
+    spacing: 7
 
     implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
                             contentWidth + leftPadding + rightPadding)

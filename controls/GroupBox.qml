@@ -21,6 +21,7 @@ T.GroupBox {
 
     label: Text {
         x: control.leftPadding
+        y: control.topPadding - control.spacing - height
         width: control.availableWidth
         text: control.title
         font: control.font
@@ -30,9 +31,6 @@ T.GroupBox {
     }
 
     background: Rectangle {
-        y: control.topPadding - control.bottomPadding
-        width: parent.width
-        height: parent.height - y
         radius: Look.radius
         color: control.__ground.rest
         border.color: control.__ground.outline

@@ -10,6 +10,9 @@ T.HorizontalHeaderView {
     implicitWidth: syncView ? syncView.width : 0
     implicitHeight: contentHeight
 
+    // Tables don't ask again how large their cells want to be.
+    Theme.onNeedUpdate: forceLayout()
+
     delegate: Rectangle {
         implicitWidth: label.implicitWidth
         implicitHeight: Math.max(control.height, label.implicitHeight)

@@ -42,7 +42,7 @@ T.TextField {
     }
 
     background: Rectangle {
-        implicitWidth: Look.touchHeight * 5
+        implicitWidth: control.font.pixelSize * 12
         implicitHeight: Look.touchHeight
         radius: Math.min(Look.radius, Look.touchHeight / 2)
         color: control.hovered && !control.activeFocus ? control.__ground.hovered

@@ -29,7 +29,8 @@ T.Tumbler {
         readonly property real delegateHeight: control.availableHeight / control.visibleItemCount
 
         implicitWidth: Look.touchHeight * 2
-        implicitHeight: control.visibleItemCount * Math.round(control.font.pixelSize * 2.4)
+        implicitHeight: control.visibleItemCount
+                        * Math.max(Look.touchHeight * 1.25, control.font.pixelSize * 2.4)
         model: control.model
         delegate: control.delegate
         path: Path {

@@ -10,6 +10,9 @@ T.VerticalHeaderView {
     implicitWidth: contentWidth
     implicitHeight: syncView ? syncView.height : 0
 
+    // Tables don't ask again how large their cells want to be.
+    Theme.onNeedUpdate: forceLayout()
+
     delegate: Rectangle {
         implicitWidth: Math.max(control.width, label.implicitWidth)
         implicitHeight: label.implicitHeight

@@ -6,8 +6,10 @@ CommandLine::CommandLine()
     , m_version(QStringList{ QStringLiteral("v"), QStringLiteral("version") },
                 QStringLiteral("Shows the version."))
     , m_shot(QStringLiteral("shot"),
-             QStringLiteral("Writes a picture of each theme into DIR, named after the theme file, "
-                            "and prints their paths. Needs no display."),
+             QStringLiteral(
+                     "Writes two pictures of each theme into DIR, its values and the controls, "
+                     "named after the theme file, and prints their paths. Needs no "
+                     "display."),
              QStringLiteral("DIR"))
     , m_theme(QStringLiteral("theme"), QStringLiteral("Begins with the theme of that title."),
               QStringLiteral("TITLE"))
@@ -15,7 +17,8 @@ CommandLine::CommandLine()
     m_parser.setApplicationDescription(QStringLiteral(
             "Shows a folder of themes, and follows the edits of the theme shown.\n"
             "\n"
-            "Click a theme or press Up, Down or its number to switch.\n"
+            "Click a theme or press Up, Down or its number to switch. Page Down turns to\n"
+            "the controls, Page Up back.\n"
             "\n"
             "Exit codes:\n"
             "  0  all went well\n"

@@ -114,7 +114,8 @@ int runGallery(int &argc, char *argv[])
         return loaded;
     if (forPictures) {
         PrintingReport report;
-        return writePictures({ folder, commandLine.shotFolder(), QString(), QSize() }, &report)
+        return writePictures({ folder, commandLine.shotFolder(), QString(), QSize(), true },
+                             &report)
                 ? Success
                 : Failed;
     }
@@ -123,7 +124,8 @@ int runGallery(int &argc, char *argv[])
                         QStringLiteral("there is no display; --shot DIR writes pictures instead"));
     complainOfFaults(folder);
 
-    GalleryView view(Surroundings::importPath());
+    const QString importPath = Surroundings::importPath();
+    GalleryView view(importPath, Surroundings::chooseControlsStyle(importPath));
     if (view.status() != QQuickView::Ready)
         return complain(Failed, QStringLiteral("the QML module is not beside the executable"));
     view.show();

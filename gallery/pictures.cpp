@@ -98,7 +98,8 @@ void writeAll(const PictureOrder &order, PictureReport *report)
     if (themes.isEmpty())
         return;
     ThemeManager::getInstance()->setCurrent(themes.first());
-    GalleryView view(Surroundings::importPath());
+    const QString importPath = Surroundings::importPath();
+    GalleryView view(importPath, Surroundings::chooseControlsStyle(importPath));
     if (view.status() != QQuickView::Ready) {
         report->failed(QStringLiteral("the QML module is not beside the executable"));
         return;
@@ -106,17 +107,25 @@ void writeAll(const PictureOrder &order, PictureReport *report)
     if (order.size.isValid())
         view.resize(order.size);
     const QDir destination(order.destination);
+    const auto write = [&destination, report](const QImage &picture, const QString &name) {
+        const QString file = destination.filePath(name + QLatin1String(".png"));
+        const bool isWritten = picture.save(file);
+        if (isWritten)
+            report->wrote(file);
+        else
+            report->failed(QStringLiteral("can't write \"%1\"").arg(file));
+        return isWritten;
+    };
     for (int i = 0; i < themes.size(); ++i) {
         const QFileInfo source(themes.at(i)->filename());
         report->begins(i + 1, themes.size(), source.fileName());
         ThemeManager::getInstance()->setCurrent(themes.at(i));
-        const QString file = destination.filePath(source.completeBaseName()
-                                                  + QLatin1String(".png"));
-        if (!view.picture().save(file)) {
-            report->failed(QStringLiteral("can't write \"%1\"").arg(file));
+        const QString name = source.completeBaseName();
+        if (!write(view.picture(), name))
             return;
-        }
-        report->wrote(file);
+        if (order.hasControls && view.hasControls()
+            && !write(view.controlsPicture(), name + QLatin1String("-controls")))
+            return;
     }
 }
 

@@ -27,6 +27,9 @@ struct PictureOrder
     QString title;
     /// Size of the pictures in pixels; the gallery's usual one when it is not valid.
     QSize size;
+    /// Whether each theme gets a second picture, NAME-controls.png, of the page of all controls. It
+    /// gets none where the style of the controls is not there.
+    bool hasControls = false;
 };
 
 /// Writes a picture of the gallery's window for each theme of a folder, named after the theme file.

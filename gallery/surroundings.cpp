@@ -63,6 +63,20 @@ QString Surroundings::importPath()
     return find(module);
 }
 
+bool Surroundings::chooseControlsStyle(const QString &importPath)
+{
+    const QFileInfo style(importPath + QLatin1String("/" GALLERY_CONTROLS_DIR));
+    if (!QFileInfo::exists(style.filePath() + QLatin1String("/Button.qml")))
+        return false;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    qputenv("QT_QUICK_CONTROLS_STYLE", GALLERY_CONTROLS_STYLE);
+#else
+    // Qt 5 does not ask the engine where styles are.
+    qputenv("QT_QUICK_CONTROLS_STYLE", QFile::encodeName(style.filePath()));
+#endif
+    return true;
+}
+
 QString Surroundings::bundledThemes()
 {
     return find(themes);

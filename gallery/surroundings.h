@@ -14,6 +14,11 @@ bool choosePlatform(bool forPictures);
 /// The import path of the QML module beside the executable, built or installed.
 QString importPath();
 
+/// Has Qt Quick Controls take the style "Tavolins" below \a importPath, whatever the environment
+/// says: it is what the gallery shows. Must be called before the first control is loaded.
+/// \return whether the style is there; it can be left out of a build.
+bool chooseControlsStyle(const QString &importPath);
+
 /// The folder of the bundled themes.
 QString bundledThemes();
 

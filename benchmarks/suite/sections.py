@@ -1,6 +1,7 @@
 """The one list of what is measured. A further measurement is an entry here: a Comparison with its
 rows, columns and gates, or a Section of its own where that is not enough."""
 
+from suite.controls import Controls
 from suite.gates import Gate, instructions
 from suite.items import CONTENDERS, ONE, TAVOLINS, Evaluations, Items, items
 from suite.loading import CHECKER, CLEAN, FLOOR, Loading, load
@@ -42,6 +43,7 @@ SECTIONS = (
     Items(),
     Evaluations(),
     Loading(),
+    Controls(),
     Comparison(
         "checking", "Checking, per theme of 3 KB", "work",
         rows=(

@@ -4,7 +4,7 @@
 #include "fuzz/programs/standin.h"
 #include "fuzz/programs/writer.h"
 #include "manager/thememanager.h"
-#include "reliability/objectcount.h"
+#include "support/objectcount.h"
 #include "reliability/themelook.h"
 #include "support/receivers.h"
 #include "theme/theme.h"

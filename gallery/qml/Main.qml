@@ -6,7 +6,11 @@ Rectangle {
     id: gallery
 
     property QtObject currentTheme
+    property bool hasControls: false
+    property bool showsControls: false
+    property bool isPicture: false
 
+    readonly property Item controls: controlsLoader.item
     readonly property bool isWide: content.width >= 900
 
     function choose(index) {
@@ -20,6 +24,10 @@ Rectangle {
     Keys.onUpPressed: choose(ThemeManager.currentIndex - 1)
     Keys.onDownPressed: choose(ThemeManager.currentIndex + 1)
     Keys.onPressed: function(event) {
+        if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
+            showsControls = hasControls && event.key === Qt.Key_PageDown
+            event.accepted = true
+        }
         if (event.key >= Qt.Key_1 && event.key <= Qt.Key_9) {
             choose(event.key - Qt.Key_1)
             event.accepted = true
@@ -53,13 +61,57 @@ Rectangle {
         currentTheme: gallery.currentTheme
     }
 
+    Loader {
+        id: pages
+
+        x: list.width + 28
+        y: notice.y + notice.height + (active ? 16 : 0)
+        height: active ? implicitHeight : 0
+        active: gallery.hasControls
+        source: "PageTabs.qml"
+    }
+
+    Binding {
+        target: pages.item
+        property: "currentIndex"
+        value: gallery.showsControls ? 1 : 0
+        when: pages.item
+    }
+
+    Connections {
+        target: pages.item
+
+        function onCurrentIndexChanged() {
+            gallery.showsControls = pages.item.currentIndex === 1
+        }
+    }
+
+    Loader {
+        id: controlsLoader
+
+        anchors.fill: page
+        // Once made it stays, as it was left.
+        active: gallery.showsControls || item
+        visible: gallery.showsControls
+        source: "Controls.qml"
+    }
+
+    Binding {
+        target: controlsLoader.item
+        property: "isPicture"
+        value: gallery.isPicture
+        when: controlsLoader.item
+    }
+
     Flickable {
         id: page
+
+        visible: !gallery.showsControls
 
         anchors {
             left: list.right
             right: parent.right
-            top: notice.bottom
+            top: pages.bottom
             bottom: parent.bottom
         }
         clip: true

@@ -19,7 +19,7 @@ Item {
     // What a style is filled with, as far as it has such properties.
     readonly property var samples: ({
         "Card": { "title": "Card", "text": "Raised from the page, with a quiet line of text." },
-        "Field": { "text": "Some words selected", "placeholder": "Field" }
+        "Field": { "text": "Some words selected", "placeholderText": "Field" }
     })
 
     function fill(item) {
@@ -28,8 +28,10 @@ Item {
             if (name in item)
                 item[name] = values[name]
         }
-        if ("selectWord" in item)
-            item.selectWord(6)
+        if ("selectWord" in item) {
+            item.cursorPosition = 6
+            item.selectWord()
+        }
     }
 
     Loader {

@@ -45,7 +45,8 @@ class Tables(unittest.TestCase):
 
     def test_a_small_run_has_no_tables_of_sizes_and_shapes(self):
         self.assertEqual(list(self.tables), [
-            "items", "evaluations", "loading", "checking", "reload", "calls", "startup", "gates"])
+            "items", "evaluations", "loading", "controls", "pages", "checking", "reload", "calls",
+            "startup", "gates"])
 
     def test_every_line_has_a_cell_for_each_head(self):
         for name, table in self.tables.items():
@@ -68,6 +69,14 @@ class Tables(unittest.TestCase):
         self.assertEqual(self.tables["loading"].lines[0], [
             "1,000", "themes of 3 KB", "22.56", "45.94", "2.04", "254.9", "366.9", "1.44", "3.0",
             "0.001"])
+
+    def test_controls_stand_beside_those_of_other_styles(self):
+        self.assertEqual(self.tables["controls"].lines, [
+            ["Button", "283", "385", "1174", "360", "× 0.94", "5", "10", "36", "9"],
+            ["Label", "83", "84", "90", "105", "× 1.25", "2", "2", "3", "4"]])
+        self.assertEqual(self.tables["pages"].lines, [
+            ["Material.theme", "37.7", "× 1.00"],
+            ["Tavolins, themes that differ in their colors", "44.9", "× 1.19"]])
 
     def test_comparison_with_the_first_row(self):
         self.assertEqual([line[1:] for line in self.tables["startup"].lines], [

@@ -4,7 +4,7 @@
 #include "checker/loadorder.h"
 #include "checker/scratchtheme.h"
 #include "manager/thememanager.h"
-#include "reliability/objectcount.h"
+#include "support/objectcount.h"
 #include "support/testcase.h"
 #include "support/themetext.h"
 #include "support/themevalues.h"

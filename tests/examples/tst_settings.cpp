@@ -1,7 +1,7 @@
 // The example "settings", used with mouse and keyboard.
 
 #include "examples/settings/settingswindow.h"
-#include "gallery/readable.h"
+#include "support/readable.h"
 #include "manager/thememanager.h"
 #include "support/testcase.h"
 #include "theme/theme.h"

@@ -1,7 +1,9 @@
 // The gallery's window: what it shows of each theme, and how it switches.
 
 #include "gallery/galleryview.h"
+#include "gallery/surroundings.h"
 #include "manager/thememanager.h"
+#include "support/renderer.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 
@@ -29,6 +31,13 @@ private Q_SLOTS:
     void keysSwitch();
     void keysSwitchFromWithinAField();
     void inheritedClassesAreTold();
+#if GALLERY_HAS_CONTROLS
+    void pagesAreTurned();
+    void pageShowsAllControls_data();
+    void pageShowsAllControls();
+    void statesAreSeen_data();
+    void statesAreSeen();
+#endif
 
 private:
     static ThemeManager *manager();
@@ -38,7 +47,9 @@ private:
     QQuickItem *item(const char *type, const char *name) const;
     QPoint center(const QQuickItem *item) const;
 
+    std::unique_ptr<Renderer> m_renderer;
     std::unique_ptr<GalleryView> m_view;
+    bool m_hasControls = false;
 };
 
 namespace {
@@ -52,8 +63,8 @@ const char *const fontNames[] = {
 };
 const char *const classNames[] = { "header", "primary", "danger", "muted", "code" };
 
-/// The visible items below \a root whose type is defined in the file \a type.qml, or is that class of
-/// Qt's: the engine may derive a class of another name from it.
+/// The visible items below \a root whose type is defined in the file \a type.qml, or is that class
+/// of Qt's: the engine may derive a class of another name from it.
 void collect(QQuickItem *root, const QByteArray &type, QList<QQuickItem *> &found)
 {
     if (!root->isVisible())
@@ -63,6 +74,22 @@ void collect(QQuickItem *root, const QByteArray &type, QList<QQuickItem *> &foun
     const QList<QQuickItem *> children = root->childItems();
     for (QQuickItem *child : children)
         collect(child, type, found);
+}
+
+/// \a root and all that is below it, be it an item or not: popups are none.
+void collectObjects(QObject *root, QSet<QObject *> &found)
+{
+    if (found.contains(root))
+        return;
+    found.insert(root);
+    const QObjectList children = root->children();
+    for (QObject *child : children)
+        collectObjects(child, found);
+    if (const auto *item = qobject_cast<QQuickItem *>(root)) {
+        const QList<QQuickItem *> childItems = item->childItems();
+        for (QQuickItem *child : childItems)
+            collectObjects(child, found);
+    }
 }
 
 } // namespace
@@ -103,8 +130,11 @@ QPoint tst_GalleryView::center(const QQuickItem *item) const
 
 void tst_GalleryView::initTestCase()
 {
+    m_renderer.reset(new Renderer);
     manager()->loadThemes(QStringLiteral(GALLERY_THEMES_DIR), QStringLiteral("Daylight"));
     QCOMPARE(manager()->rowCount(), 5);
+    m_hasControls = Surroundings::chooseControlsStyle(QStringLiteral(TAVOLINS_QML_IMPORT_PATH));
+    QCOMPARE(m_hasControls, bool(GALLERY_HAS_CONTROLS));
 }
 
 /// Opens a new window on the first theme.
@@ -113,7 +143,7 @@ void tst_GalleryView::open()
     // One engine at a time: a second one would report that it shares the manager.
     m_view.reset();
     manager()->setCurrentIndex(0);
-    m_view.reset(new GalleryView(QStringLiteral(TAVOLINS_QML_IMPORT_PATH)));
+    m_view.reset(new GalleryView(QStringLiteral(TAVOLINS_QML_IMPORT_PATH), m_hasControls));
     QCOMPARE(m_view->status(), QQuickView::Ready);
     m_view->show();
     QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
@@ -302,7 +332,7 @@ void tst_GalleryView::keysSwitchFromWithinAField()
 {
     open();
     m_view->picture();
-    const QList<QQuickItem *> inputs = items("QQuickTextInput");
+    const QList<QQuickItem *> inputs = items("Field");
     QCOMPARE(inputs.size(), 1);
     QTest::mouseClick(m_view.get(), Qt::LeftButton, Qt::NoModifier, center(inputs.first()));
     QVERIFY(inputs.first()->hasActiveFocus());
@@ -318,6 +348,99 @@ void tst_GalleryView::inheritedClassesAreTold()
     QCOMPARE(item("ClassRow", "danger")->property("origin").toString(), QStringLiteral("Daylight"));
     QCOMPARE(item("ClassRow", "primary")->property("origin").toString(), QString());
 }
+
+#if GALLERY_HAS_CONTROLS
+
+void tst_GalleryView::pagesAreTurned()
+{
+    open();
+    const QImage theme = m_view->picture();
+    QTest::keyClick(m_view.get(), Qt::Key_PageDown);
+    QVERIFY(items("Controls").size() == 1 && items("ColorSwatch").isEmpty());
+    QVERIFY(m_view->picture() != theme);
+    QTest::keyClick(m_view.get(), Qt::Key_PageUp);
+    QVERIFY(items("Controls").isEmpty() && items("ColorSwatch").size() == 7);
+
+    const QList<QQuickItem *> tabs = items("TabButton");
+    QCOMPARE(tabs.size(), 2);
+    QTest::mouseClick(m_view.get(), Qt::LeftButton, Qt::NoModifier, center(tabs.at(1)));
+    QCOMPARE(items("Controls").size(), 1);
+    QTest::mouseClick(m_view.get(), Qt::LeftButton, Qt::NoModifier, center(tabs.at(0)));
+    QCOMPARE(items("ColorSwatch").size(), 7);
+}
+
+void tst_GalleryView::pageShowsAllControls_data()
+{
+    QTest::addColumn<QString>("control");
+    // The two are seen in what is made from them, or around everything.
+    const QStringList unseen = { QStringLiteral("AbstractButton"),
+                                 QStringLiteral("ApplicationWindow") };
+    const QDir style(QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR));
+    const QStringList files = style.entryList({ QStringLiteral("*.qml") });
+    QVERIFY(files.size() > 50);
+    for (const QString &file : files) {
+        const QString control = file.section(QLatin1Char('.'), 0, 0);
+        if (!unseen.contains(control))
+            QTest::newRow(qPrintable(control)) << control;
+    }
+}
+
+void tst_GalleryView::pageShowsAllControls()
+{
+    QFETCH(QString, control);
+    if (!m_view || !m_view->rootObject()->property("showsControls").toBool()) {
+        open();
+        m_view->rootObject()->setProperty("showsControls", true);
+    }
+    QSet<QObject *> objects;
+    collectObjects(m_view->rootObject(), objects);
+    const bool isFound = std::any_of(objects.begin(), objects.end(), [&](const QObject *object) {
+        const QString type = QLatin1String(object->metaObject()->className());
+        return type.section(QLatin1String("_QML"), 0, 0) == control
+                || type == QLatin1String("QQuick") + control;
+    });
+    QVERIFY(isFound);
+}
+
+void tst_GalleryView::statesAreSeen_data()
+{
+    addThemeRows();
+}
+
+void tst_GalleryView::statesAreSeen()
+{
+    open();
+    QFETCH(int, index);
+    manager()->setCurrentIndex(index);
+    const QImage picture = m_view->controlsPicture();
+    m_view->rootObject()->setProperty("showsControls", true);
+
+    const QList<QQuickItem *> rows = items("StateRow");
+    QVERIFY(rows.size() >= 20);
+    for (QQuickItem *row : rows) {
+        QHash<QString, QImage> cells;
+        QSet<QObject *> objects;
+        collectObjects(row, objects);
+        for (const QObject *object : std::as_const(objects)) {
+            const auto *loader = qobject_cast<const QQuickItem *>(object);
+            if (!loader)
+                continue;
+            const auto *sample = loader->property("item").value<QQuickItem *>();
+            const QString state = loader->property("stateShown").toString();
+            if (sample && !state.isEmpty()) {
+                const QRectF place(QPointF(), QSizeF(loader->width(), loader->height()));
+                cells[state] = picture.copy(loader->mapRectToScene(place).toAlignedRect());
+            }
+        }
+        const QImage normal = cells.take(QStringLiteral("Normal"));
+        QVERIFY(!normal.isNull());
+        for (auto cell = cells.cbegin(); cell != cells.cend(); ++cell)
+            QVERIFY2(cell.value() != normal,
+                     qPrintable(row->property("name").toString() + QLatin1Char(' ') + cell.key()));
+    }
+}
+
+#endif
 
 TAVOLINS_TEST_MAIN(tst_GalleryView)
 #include "tst_galleryview.moc"

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void commandRunsFromThePrefixAlone();
     void qmlRunsAgainstThePrefixAlone();
     void missingModuleIsNoticed();
+    void controlsStyleIsFoundByName();
     void nativeConsumerBuildsAndRuns();
     void installationTellsWhetherQtLooksThere();
     void configurationTellsWhetherQtLooksThere_data();
@@ -38,6 +39,7 @@ private:
     static QString moduleFolder();
     static QByteArray contentOf(const QString &path);
     int runQml(const QString &importPath, const QByteArray &code, QByteArray *output);
+    void checkControls(const QString &qmlFolder, const QByteArray &uri);
 
     QTemporaryDir m_prefix;
     QTemporaryDir m_both;
@@ -134,6 +136,36 @@ int tst_Install::runQml(const QString &importPath, const QByteArray &code, QByte
 {
     const QString file = write(QStringLiteral("main.qml"), code);
     return run(QStringLiteral(TAVOLINS_QMLRUN), { importPath, file }, output);
+}
+
+/// Whether the style below \a qmlFolder is found by its name and follows the module \a uri.
+void tst_Install::checkControls(const QString &qmlFolder, const QByteArray &uri)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QML2_IMPORT_PATH"), qmlFolder);
+    environment.insert(QStringLiteral("QT_QUICK_CONTROLS_STYLE"),
+                       QStringLiteral(TAVOLINS_CONTROLS_STYLE));
+    const QString file = write(
+            QStringLiteral("controls.qml"),
+            "import QtQuick 2.15\nimport QtQuick.Controls 2.15\nimport " + uri
+                    + " 1.0\n"
+                      "ApplicationWindow {\n"
+                      "    id: window\n"
+                      "    Button { id: button }\n"
+                      "    Timer {\n"
+                      "        running: true; interval: 0\n"
+                      "        onTriggered: Qt.exit('__ground' in button\n"
+                      "            && Qt.colorEqual(button.background.color,\n"
+                      "                window.Theme.colors.lighterBackground)\n"
+                      "            && Qt.colorEqual(window.color,\n"
+                      "                window.Theme.colors.background) ? 42 : 1)\n"
+                      "    }\n"
+                      "}\n");
+    QByteArray output;
+    const int exitCode = run(QStringLiteral(TAVOLINS_QMLRUN), { qmlFolder, file }, &output,
+                             environment);
+    QCOMPARE(output, QByteArray());
+    QCOMPARE(exitCode, 42);
 }
 
 void tst_Install::initTestCase()
@@ -354,9 +386,21 @@ void tst_Install::qmlRunsAgainstThePrefixAlone()
     QCOMPARE(exitCode, 42);
 }
 
+void tst_Install::controlsStyleIsFoundByName()
+{
+    if (!TAVOLINS_HAS_CONTROLS)
+        QSKIP("built without it");
+    checkControls(installed(QStringLiteral(TAVOLINS_QML_INSTALL_DIR)), TAVOLINS_QML_URI);
+    checkControls(QStringLiteral(TAVOLINS_BUILD_DIR "/qml"), TAVOLINS_QML_URI);
+}
+
 void tst_Install::missingModuleIsNoticed()
 {
     // The same without the prefix, so that the test above can't pass by another copy.
+    if (QFileInfo::exists(
+                whereQtLooks
+                + QStringLiteral("/" TAVOLINS_QML_URI).replace(QLatin1Char('.'), QLatin1Char('/'))))
+        QSKIP("the module is installed where Qt looks");
     QByteArray output;
     QCOMPARE(runQml(folder(), importLine() + "Theme {}\n", &output), 3);
     QVERIFY2(output.contains("is not installed"), output.constData());
@@ -453,6 +497,7 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
     QVERIFY(contentOf(themes + QStringLiteral("/styles/Card.qml"))
                     .contains("import Acme.Theming 1.0\n"));
     QVERIFY(!QFileInfo::exists(root + qtPrefix + QStringLiteral("/bin")));
+    checkControls(root + whereQtLooks, "Acme.Theming");
 
     // Without themes, the package is found all the same.
     const QString bare = folder() + QStringLiteral("/bare");

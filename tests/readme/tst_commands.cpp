@@ -31,6 +31,7 @@ private:
     };
     static Result run(const QString &folder, const QString &program, const QStringList &arguments);
     Result build();
+    void showWithTheStyle(const QStringList &words);
     void writeDeployedApplication();
 
     const Markdown m_readme{ QStringLiteral("README.md") };
@@ -151,6 +152,10 @@ void tst_Commands::commands_data()
 void tst_Commands::commands()
 {
     QFETCH(QStringList, words);
+    if (words.contains(QStringLiteral("QT_QUICK_CONTROLS_STYLE=Tavolins"))) {
+        showWithTheStyle(words);
+        return;
+    }
     const QString program = words.takeFirst();
     if (program.startsWith(QLatin1String("scripts/"))) {
         const QFileInfo script(m_checkout.filePath(program));
@@ -178,6 +183,30 @@ void tst_Commands::commands()
     const Result result = run(m_checkout.path(), cmake, words);
     QVERIFY2(result.exitCode == 0, result.output.constData());
     QVERIFY2(!result.output.contains("not used by the project"), result.output.constData());
+}
+
+/// Runs QML as the README has it, in this build's folders, until all of it has been shown once.
+void tst_Commands::showWithTheStyle(const QStringList &words)
+{
+#if defined(TAVOLINS_WITHOUT_CONTROLS)
+    Q_UNUSED(words)
+    QSKIP("built without the style for Qt Quick Controls");
+#else
+    QCOMPARE(words.size(), 4);
+    QCOMPARE(words.at(0), QStringLiteral("QML2_IMPORT_PATH=build/release/qml"));
+    QCOMPARE(words.at(2), QStringLiteral("qml"));
+    write(QStringLiteral("end.qml"),
+          "import QtQml 2.12\n"
+          "Timer { running: true; interval: 100; onTriggered: Qt.exit(42) }\n");
+    QVERIFY(qputenv("QML2_IMPORT_PATH", TAVOLINS_QML_IMPORT_PATH));
+    QVERIFY(qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins"));
+    const Result result = run(m_checkout.path(), QStringLiteral(TAVOLINS_QML_VIEWER),
+                              { words.at(3), folder() + QStringLiteral("/end.qml") });
+    qunsetenv("QML2_IMPORT_PATH");
+    qunsetenv("QT_QUICK_CONTROLS_STYLE");
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(result.exitCode, 42);
+#endif
 }
 
 void tst_Commands::exampleRunsByItsCommand()

@@ -1,5 +1,5 @@
 #include "manager/thememanager.h"
-#include "reliability/objectcount.h"
+#include "support/objectcount.h"
 #include "reliability/themelook.h"
 #include "support/receivers.h"
 #include "support/testcase.h"

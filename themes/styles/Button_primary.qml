@@ -3,5 +3,4 @@ import Tavolins 1.0
 
 Button {
     Theme.classnames: "primary"
-    outline: color
 }

@@ -1,4 +1,4 @@
-#include "reliability/objectcount.h"
+#include "support/objectcount.h"
 
 #include <QtCore/QObject>
 
