@@ -13,6 +13,7 @@ fail() {
 # read_qt ARGUMENT...: takes "--qt 5" or "--qt 6" off the front of the arguments. Leaves the others in
 # the array arguments, and in qt what the names of presets, groups of packages and built files end in:
 # nothing for Qt 5, 6 for Qt 6.
+# shellcheck disable=SC2034 # for the scripts
 read_qt() {
     qt=
     if [ "${1:-}" = --qt ]; then
@@ -23,7 +24,6 @@ read_qt() {
         esac
         shift 2
     fi
-    # shellcheck disable=SC2034 # for the scripts
     arguments=("$@")
 }
 
