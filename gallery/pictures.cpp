@@ -9,6 +9,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QVector>
 
 namespace {
@@ -116,6 +117,13 @@ void writeAll(const PictureOrder &order, PictureReport *report)
             report->failed(QStringLiteral("can't write \"%1\"").arg(file));
         return isWritten;
     };
+    // Qt's software renderer gives back the images that it has drawn when it draws again without
+    // them, and not at its end.
+    const auto emptying = qScopeGuard([&view] {
+        view.setSource(QUrl());
+        view.releaseResources();
+        view.grabWindow();
+    });
     for (int i = 0; i < themes.size(); ++i) {
         const QFileInfo source(themes.at(i)->filename());
         report->begins(i + 1, themes.size(), source.fileName());
