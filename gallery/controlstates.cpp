@@ -53,7 +53,7 @@ void ControlStates::show(QQuickItem *page)
                           Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(sample, &press);
     }
-    samples(page, "Focused").first()->forceActiveFocus(Qt::TabFocusReason);
+    samples(page, "Focused").constFirst()->forceActiveFocus(Qt::TabFocusReason);
 }
 
 void ControlStates::drawFocused(QQuickItem *page, QImage &picture)

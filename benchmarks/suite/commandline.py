@@ -84,7 +84,7 @@ def _write(found, output, files):
         document.write_text(markdown.document(machine, tables), encoding="utf-8")
     if output == DOCS and files != TARGETS[5].files:
         # Beside the figures of Qt 5, what people compare.
-        beside = {f"{name}-qt6": tables[name] for name in ("items", "gates") if name in tables}
+        beside = {"items-qt6": tables["items"]}
         markdown.fill_in(DOCS / f"{TARGETS[5].files}.md", machine, beside, "machine-qt6")
     print(f"\nWrote {files}.json, {files}.svg and {files}.md to {output}")
 

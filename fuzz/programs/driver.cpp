@@ -114,7 +114,7 @@ Driver::Outcome Driver::start(QStringList arguments) const
     const QStringList lines = outcome.output.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         if (line.startsWith(QLatin1String("seed "))) {
-            outcome.lastSeed = line.mid(5).toULongLong();
+            outcome.lastSeed = line.section(QLatin1Char(' '), 1, 1).toULongLong();
             ++outcome.started;
             problem.clear();
         } else if (problem.isEmpty()) {

@@ -21,7 +21,7 @@ const char *const paintingProperties[] = { "color", "selectionColor", "selectedT
                                            "placeholderTextColor", "border.color" };
 
 /// Whether \a property, of the color \a color, is one that \a item paints with now.
-bool isPainted(QQuickItem *item, const QLatin1String &property, const QColor &color)
+bool isPainted(QQuickItem *item, QLatin1String property, const QColor &color)
 {
     if (property == QLatin1String("placeholderTextColor"))
         return !item->property("placeholderText").toString().isEmpty();

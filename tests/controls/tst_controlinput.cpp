@@ -64,7 +64,7 @@ private:
     QQuickWindow *showControl(const QByteArray &body);
     static QPoint center(QQuickItem *item);
     static QPoint at(QQuickItem *item, double x, double y);
-    static void drag(QQuickWindow *window, const QPoint &from, const QPoint &to);
+    static void drag(QQuickWindow *window, QPoint from, QPoint to);
     static QVariant value(QQuickWindow *window) { return window->property("value"); }
     static QColor groundOf(QQuickItem *control);
 
@@ -122,7 +122,7 @@ QPoint tst_ControlInput::at(QQuickItem *item, double x, double y)
     return item->mapToScene(QPointF(item->width() * x, item->height() * y)).toPoint();
 }
 
-void tst_ControlInput::drag(QQuickWindow *window, const QPoint &from, const QPoint &to)
+void tst_ControlInput::drag(QQuickWindow *window, QPoint from, QPoint to)
 {
     QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, from);
     for (int step = 1; step <= 5; ++step)
@@ -353,8 +353,9 @@ void tst_ControlInput::draggingChangesAValue_data()
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QPointF>("from");
     QTest::addColumn<QPointF>("to");
-    const auto row = [](const char *name, const QByteArray &body, const QPointF &from,
-                        const QPointF &to) { QTest::newRow(name) << body << from << to; };
+    const auto row = [](const char *name, const QByteArray &body, QPointF from, QPointF to) {
+        QTest::newRow(name) << body << from << to;
+    };
     row("Slider", "Slider { id: control }\nproperty var value: control.value > 0.7", { 0.06, 0.5 },
         { 0.9, 0.5 });
     row("vertical Slider",

@@ -422,9 +422,8 @@ void tst_Controls::isSeenToBeDisabled()
                                       "property bool usable: true");
     QVERIFY(window);
     window->setProperty("usable", false);
-    const QList<QRgb> enabled = colorsIn(m_fresh.value(control.toLatin1()).picture, 1);
     const QImage disabled = picture(window);
-    QQuickItem *sample = samples(window).first();
+    QQuickItem *sample = samples(window).constFirst();
     if (takesInput(sample) && !Samples::paintsNothing(control))
         QVERIFY(disabled != m_fresh.value(control.toLatin1()).picture);
     window->setProperty("usable", true);
@@ -623,7 +622,7 @@ void tst_Controls::pageIsMadeAndDestroyedWhileSwitching()
         QCOMPARE(followers, followersBefore);
     }
     // A rectangle in each round would be more.
-    QVERIFY2(heapAfter - heapBefore < rounds / 2 * 200,
+    QVERIFY2(heapAfter - heapBefore < qint64(rounds / 2) * 200,
              qPrintable(QString::number(heapAfter - heapBefore)));
 }
 

@@ -206,7 +206,7 @@ void tst_Install::filesAreInstalled_data()
             QStringLiteral("share/fish/vendor_completions.d/tavolins" TAVOLINS_QT_SUFFIX ".fish"),
         };
     }
-    for (const QString &file : files)
+    for (const QString &file : qAsConst(files))
         QTest::newRow(qPrintable(file)) << file;
 }
 
