@@ -54,13 +54,14 @@ void reportDuplicates(const Document &document, const Node &object, Findings &fi
         if (member.isReplaced) {
             if (last.isEmpty())
                 last = membersThatCount(object);
-            const int line = document.position(last.value(member.key)->keyRange.begin).line;
-            const bool isSameLine = line == document.position(member.keyRange.begin).line;
+            const Position again = document.position(last.value(member.key)->keyRange.begin);
+            const Position here = document.position(member.keyRange.begin);
             findings.add(Code::DuplicateKey, member.keyRange,
                          QStringLiteral("%1 is written again %2, so this value is lost")
                                  .arg(Words::quoted(member.key),
-                                      isSameLine ? QStringLiteral("in the same line")
-                                                 : QStringLiteral("in line %1").arg(line)));
+                                      again.line == here.line
+                                              ? QStringLiteral("in the same line")
+                                              : QStringLiteral("in line %1").arg(again.line)));
         }
         reportDuplicates(document, member.node, findings);
     }
