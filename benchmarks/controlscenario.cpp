@@ -56,7 +56,9 @@ public:
     {
         qputenv("QT_QUICK_CONTROLS_STYLE", style.toUtf8());
         if (m_isOurs) {
-            qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
+            // By its folder: Qt does not ask the engine where styles are.
+            qputenv("QT_QUICK_CONTROLS_STYLE",
+                    TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2/Tavolins");
             for (int look = 0; look < 2; ++look) {
                 QFile file(m_themes.filePath(QString::number(look) + QStringLiteral(".thm")));
                 file.open(QIODevice::WriteOnly);
