@@ -77,7 +77,7 @@ void collect(QQuickItem *root, const QByteArray &type, QList<QQuickItem *> &foun
 }
 
 /// \a root and all that is below it, be it an item or not: popups are none.
-void collectObjects(QObject *root, QSet<QObject *> &found)
+[[maybe_unused]] void collectObjects(QObject *root, QSet<QObject *> &found)
 {
     if (found.contains(root))
         return;
