@@ -33,6 +33,9 @@ private Q_SLOTS:
     void bothSeriesSideBySide();
     void projectGetsTheOneForItsQt_data();
     void projectGetsTheOneForItsQt();
+    void partIsBuiltWithTheQtOfItsProject_data();
+    void partIsBuiltWithTheQtOfItsProject();
+    void buildTreeChangesItsQt();
 
 private:
     QString installed(const QString &file) const;
@@ -49,6 +52,12 @@ private:
 namespace {
 
 const int bundledThemes = 5;
+
+/// Whether \a output, of configuring, tells that the Qt of the series \a qt is built with.
+bool isBuiltWith(int qt, const QByteArray &output)
+{
+    return output.contains("Tavolins: built with Qt " + QByteArray::number(qt) + '.');
+}
 
 /// Runs a program and returns its exit code, -1 if it crashed or never ended.
 int run(const QString &program, const QStringList &arguments, QByteArray *output,
@@ -469,10 +478,13 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
 {
     const QString build = folder() + QStringLiteral("/build");
     QByteArray output;
-    QVERIFY2(configure(testSource(QStringLiteral("subproject")), build,
-                       { QStringLiteral("-DTAVOLINS_SOURCE=" TAVOLINS_SOURCE_DIR) }, &output)
-                     == 0,
-             output.constData());
+    QVERIFY2(
+            configure(testSource(QStringLiteral("subproject")), build,
+                      { QStringLiteral("-DTAVOLINS_SOURCE=" TAVOLINS_SOURCE_DIR),
+                        QStringLiteral("-DTAVOLINS_BUILD_CONTROLS=%1").arg(TAVOLINS_HAS_CONTROLS) },
+                      &output)
+                    == 0,
+            output.constData());
     QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
     const int exitCode = run(build + QStringLiteral("/consumer"), {}, &output);
     QCOMPARE(output, QByteArray());
@@ -497,7 +509,8 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
     QVERIFY(contentOf(themes + QStringLiteral("/styles/Card.qml"))
                     .contains("import Acme.Theming 1.0\n"));
     QVERIFY(!QFileInfo::exists(root + qtPrefix + QStringLiteral("/bin")));
-    checkControls(root + whereQtLooks, "Acme.Theming");
+    if (TAVOLINS_HAS_CONTROLS)
+        checkControls(root + whereQtLooks, "Acme.Theming");
 
     // Without themes, the package is found all the same.
     const QString bare = folder() + QStringLiteral("/bare");
@@ -603,6 +616,79 @@ void tst_Install::projectGetsTheOneForItsQt()
     QVERIFY2(output.contains("It links " + qt + "::Core;" + qt + "::Gui;" + qt + "::Qml\n"),
              output.constData());
     QVERIFY2(output.contains("/qt" + QByteArray::number(expected) + "/qml\n"), output.constData());
+}
+
+void tst_Install::partIsBuiltWithTheQtOfItsProject_data()
+{
+    QTest::addColumn<QByteArray>("beforeIt");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("Qt 5 found") << QByteArray("find_package(Qt5 REQUIRED COMPONENTS Core)\n") << 5;
+    QTest::newRow("Qt 6 found") << QByteArray("find_package(Qt6 REQUIRED COMPONENTS Core)\n") << 6;
+    QTest::newRow("Qt 5 chosen") << QByteArray(
+            "find_package(QT NAMES Qt5 REQUIRED COMPONENTS Core)\n")
+                                 << 5;
+    QTest::newRow("Qt 6 chosen") << QByteArray(
+            "find_package(QT NAMES Qt6 Qt5 REQUIRED COMPONENTS Core)\n")
+                                 << 6;
+    QTest::newRow("Qt 6 by default") << QByteArray("set(QT_DEFAULT_MAJOR_VERSION 6)\n") << 6;
+    QTest::newRow("told 6") << QByteArray("set(TAVOLINS_QT_MAJOR 6)\n") << 6;
+    QTest::newRow("nothing known") << QByteArray() << 5;
+}
+
+/// Also when it is configured a second time, with what the first time left in the cache.
+void tst_Install::partIsBuiltWithTheQtOfItsProject()
+{
+    QFETCH(QByteArray, beforeIt);
+    QFETCH(int, expected);
+    if (!m_both.isValid() || !QDir(m_both.path()).exists())
+        QSKIP("Qt 5 is not installed beside Qt 6");
+    write(QStringLiteral("CMakeLists.txt"),
+          "cmake_minimum_required(VERSION 3.16)\n"
+          "project(Whole LANGUAGES CXX)\n"
+                  + beforeIt
+                  + "add_subdirectory(\"" TAVOLINS_SOURCE_DIR "\" theming)\n"
+                    "find_package(QT NAMES Qt6 Qt5 REQUIRED COMPONENTS Core)\n"
+                    "message(STATUS \"The project finds Qt ${QT_VERSION_MAJOR}\")\n");
+    const QByteArray found = beforeIt.contains("NAMES Qt5") ? "5" : "6";
+    for (int time = 0; time < 2; ++time) {
+        QByteArray output;
+        QVERIFY2(runCMake({ QStringLiteral("-S"), folder(), QStringLiteral("-B"),
+                            folder() + QStringLiteral("/build"), QStringLiteral("-GNinja") },
+                          &output)
+                         == 0,
+                 output.constData());
+        QVERIFY2(isBuiltWith(expected, output), output.constData());
+        QVERIFY2(output.contains("The project finds Qt " + found + '\n'), output.constData());
+    }
+}
+
+/// What nobody chose goes with the Qt, and what somebody chose stays.
+void tst_Install::buildTreeChangesItsQt()
+{
+    if (!m_both.isValid() || !QDir(m_both.path()).exists())
+        QSKIP("Qt 5 is not installed beside Qt 6");
+    const QString build = folder() + QStringLiteral("/build");
+    const auto installFolder = [&build](int qt, const QStringList &options) {
+        QByteArray output;
+        if (configure(QStringLiteral(TAVOLINS_SOURCE_DIR), build,
+                      QStringList{ QStringLiteral("-DTAVOLINS_BUILD_TESTS=OFF") } + options,
+                      &output, qt)
+                    != 0
+            || !isBuiltWith(qt, output)) {
+            return output;
+        }
+        const QByteArray cache = contentOf(build + QStringLiteral("/CMakeCache.txt"));
+        const QByteArray name = "\nTAVOLINS_QML_INSTALL_DIR:STRING=";
+        const int start = int(cache.indexOf(name)) + name.size();
+        return cache.mid(start, cache.indexOf('\n', start) - start);
+    };
+    const QByteArray folder5 = installFolder(5, {});
+    QVERIFY2(folder5.endsWith("/qt5/qml"), folder5.constData());
+    const QByteArray folder6 = installFolder(6, {});
+    QVERIFY2(folder6.endsWith("/qt6/qml"), folder6.constData());
+    QCOMPARE(installFolder(5, {}), folder5);
+    QCOMPARE(installFolder(5, { QStringLiteral("-DTAVOLINS_QML_INSTALL_DIR=own") }), "own");
+    QCOMPARE(installFolder(6, {}), "own");
 }
 
 QTEST_GUILESS_MAIN(tst_Install)
