@@ -37,8 +37,7 @@ Extent extent()
 const int themeCount = 6;
 #if !defined(TAVOLINS_HEAP_IS_REPLACED)
 /// What the heap may differ by in bytes: the classes and times at both ends are not the same.
-/// The list in which the engine of Qt 6 collects freed wrappers doubles once more, by 16 KB.
-const qint64 heapTolerance = QT_VERSION_MAJOR == 5 ? 16384 : 32768;
+const qint64 heapTolerance = 16384;
 #endif
 const char *const classNames[] = {
     "",          "plain", "header", "button", "button header", "none header", "header none button",
@@ -222,8 +221,11 @@ QString tst_Soak::wrongItem(const Theme *theme) const
     return QString();
 }
 
+/// With items that have no class.
 Figures tst_Soak::figures()
 {
+    for (const auto &item : m_items)
+        item->setProperty("classes", className(0));
     // Twice: the first collection may leave objects to the second.
     for (int round = 0; round < 2; ++round) {
         m_engine->collectGarbage();
@@ -266,27 +268,29 @@ void tst_Soak::nothingGrows()
 
     // Both ends have gone through the same rounds: all pools, caches and tables are filled.
     work(14 * themeCount, 14);
-    for (const auto &item : m_items)
-        item->setProperty("classes", className(0));
     const Figures before = figures();
+    work(run.switches, run.reloads);
+    // The lists in which an engine collects what it has freed are as long as the most that ever was
+    // freed at once, and double to get there: with Qt 6 once more in the first of the two runs.
+    // What grows for good does so in the second as well.
+    const qint64 heapBefore = figures().heapBytes;
     work(run.switches, run.reloads);
     QCOMPARE(wrongItem(manager->current()), QString());
     QVERIFY(!m_items.empty());
-    for (const auto &item : m_items)
-        item->setProperty("classes", className(0));
     const Figures after = figures();
 
     printf("objects %d -> %d, connections %d -> %d, heap %lld -> %lld bytes\n", before.objects,
-           after.objects, before.connections, after.connections, before.heapBytes, after.heapBytes);
+           after.objects, before.connections, after.connections, heapBefore, after.heapBytes);
     QCOMPARE(after.objects, before.objects);
     QCOMPARE(after.connections, before.connections);
     QCOMPARE(after.postedEvents, before.postedEvents);
     QCOMPARE(after.openFiles, before.openFiles);
     QCOMPARE(after.watches, before.watches);
 #if !defined(TAVOLINS_HEAP_IS_REPLACED)
-    QVERIFY2(after.heapBytes - before.heapBytes <= heapTolerance,
-             qPrintable(QStringLiteral("the heap grew by %1 bytes")
-                                .arg(after.heapBytes - before.heapBytes)));
+    QVERIFY2(
+            after.heapBytes - heapBefore <= heapTolerance,
+            qPrintable(
+                    QStringLiteral("the heap grew by %1 bytes").arg(after.heapBytes - heapBefore)));
 #endif
 
     Theme withoutFile;
