@@ -31,7 +31,7 @@ struct Extent
 Extent extent()
 {
     const bool isLong = qEnvironmentVariableIntValue("TAVOLINS_LONG_TESTS") > 0;
-    return isLong ? Extent{ 1000, 2000, 200 } : Extent{ 200, 300, 40 };
+    return isLong ? Extent{ 1000, 1000, 100 } : Extent{ 200, 300, 40 };
 }
 
 const int themeCount = 6;
