@@ -42,6 +42,7 @@ private:
     static QString moduleFolder();
     static QByteArray contentOf(const QString &path);
     int runQml(const QString &importPath, const QByteArray &code, QByteArray *output);
+    int configureWritten(const QStringList &options, QByteArray *output);
     void checkControls(const QString &qmlFolder, const QByteArray &uri);
 
     QTemporaryDir m_prefix;
@@ -70,6 +71,24 @@ int run(const QString &program, const QStringList &arguments, QByteArray *output
     const bool finished = process.waitForFinished(600000);
     *output = process.readAll();
     return finished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+/// What a project may write before it asks for the plugin, and the Qt that it is to get then.
+void addWaysToChooseQt()
+{
+    QTest::addColumn<QByteArray>("beforeIt");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("Qt 5 found") << QByteArray("find_package(Qt5 REQUIRED COMPONENTS Core)\n") << 5;
+    QTest::newRow("Qt 6 found") << QByteArray("find_package(Qt6 REQUIRED COMPONENTS Core)\n") << 6;
+    QTest::newRow("Qt 5 chosen") << QByteArray(
+            "find_package(QT NAMES Qt5 REQUIRED COMPONENTS Core)\n")
+                                 << 5;
+    QTest::newRow("Qt 6 chosen") << QByteArray(
+            "find_package(QT NAMES Qt6 Qt5 REQUIRED COMPONENTS Core)\n")
+                                 << 6;
+    QTest::newRow("Qt 6 by default") << QByteArray("set(QT_DEFAULT_MAJOR_VERSION 6)\n") << 6;
+    QTest::newRow("told 6") << QByteArray("set(TAVOLINS_QT_MAJOR 6)\n") << 6;
+    QTest::newRow("nothing known") << QByteArray() << 5;
 }
 
 int runCMake(const QStringList &arguments, QByteArray *output,
@@ -145,6 +164,15 @@ int tst_Install::runQml(const QString &importPath, const QByteArray &code, QByte
 {
     const QString file = write(QStringLiteral("main.qml"), code);
     return run(QStringLiteral(TAVOLINS_QMLRUN), { importPath, file }, output);
+}
+
+/// Configures the project whose CMakeLists.txt the test has written into its folder.
+int tst_Install::configureWritten(const QStringList &options, QByteArray *output)
+{
+    return runCMake(QStringList{ QStringLiteral("-S"), folder(), QStringLiteral("-B"),
+                                 folder() + QStringLiteral("/build"), QStringLiteral("-GNinja") }
+                            + options,
+                    output);
 }
 
 /// Whether the style below \a qmlFolder is found by its name and follows the module \a uri.
@@ -580,15 +608,7 @@ void tst_Install::bothSeriesSideBySide()
 
 void tst_Install::projectGetsTheOneForItsQt_data()
 {
-    QTest::addColumn<QByteArray>("beforeIt");
-    QTest::addColumn<int>("expected");
-    QTest::newRow("Qt 5 found") << QByteArray("find_package(Qt5 REQUIRED COMPONENTS Core)\n") << 5;
-    QTest::newRow("Qt 6 found") << QByteArray("find_package(Qt6 REQUIRED COMPONENTS Core)\n") << 6;
-    QTest::newRow("Qt 5 chosen") << QByteArray("find_package(QT NAMES Qt5 REQUIRED)\n") << 5;
-    QTest::newRow("Qt 6 chosen") << QByteArray("find_package(QT NAMES Qt6 REQUIRED)\n") << 6;
-    QTest::newRow("Qt 6 by default") << QByteArray("set(QT_DEFAULT_MAJOR_VERSION 6)\n") << 6;
-    QTest::newRow("told 6") << QByteArray("set(TAVOLINS_QT_MAJOR 6)\n") << 6;
-    QTest::newRow("nothing known") << QByteArray() << 5;
+    addWaysToChooseQt();
 }
 
 void tst_Install::projectGetsTheOneForItsQt()
@@ -606,10 +626,7 @@ void tst_Install::projectGetsTheOneForItsQt()
                     "message(STATUS \"It links ${libraries}\")\n"
                     "message(STATUS \"It imports ${TAVOLINS_QML_IMPORT_PATH}\")\n");
     QByteArray output;
-    QVERIFY2(runCMake({ QStringLiteral("-S"), folder(), QStringLiteral("-B"),
-                        folder() + QStringLiteral("/build"), QStringLiteral("-GNinja"),
-                        QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_both.path() },
-                      &output)
+    QVERIFY2(configureWritten({ QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_both.path() }, &output)
                      == 0,
              output.constData());
     const QByteArray qt = "Qt" + QByteArray::number(expected);
@@ -620,19 +637,7 @@ void tst_Install::projectGetsTheOneForItsQt()
 
 void tst_Install::partIsBuiltWithTheQtOfItsProject_data()
 {
-    QTest::addColumn<QByteArray>("beforeIt");
-    QTest::addColumn<int>("expected");
-    QTest::newRow("Qt 5 found") << QByteArray("find_package(Qt5 REQUIRED COMPONENTS Core)\n") << 5;
-    QTest::newRow("Qt 6 found") << QByteArray("find_package(Qt6 REQUIRED COMPONENTS Core)\n") << 6;
-    QTest::newRow("Qt 5 chosen") << QByteArray(
-            "find_package(QT NAMES Qt5 REQUIRED COMPONENTS Core)\n")
-                                 << 5;
-    QTest::newRow("Qt 6 chosen") << QByteArray(
-            "find_package(QT NAMES Qt6 Qt5 REQUIRED COMPONENTS Core)\n")
-                                 << 6;
-    QTest::newRow("Qt 6 by default") << QByteArray("set(QT_DEFAULT_MAJOR_VERSION 6)\n") << 6;
-    QTest::newRow("told 6") << QByteArray("set(TAVOLINS_QT_MAJOR 6)\n") << 6;
-    QTest::newRow("nothing known") << QByteArray() << 5;
+    addWaysToChooseQt();
 }
 
 /// Also when it is configured a second time, with what the first time left in the cache.
@@ -652,11 +657,7 @@ void tst_Install::partIsBuiltWithTheQtOfItsProject()
     const QByteArray found = beforeIt.contains("NAMES Qt5") ? "5" : "6";
     for (int time = 0; time < 2; ++time) {
         QByteArray output;
-        QVERIFY2(runCMake({ QStringLiteral("-S"), folder(), QStringLiteral("-B"),
-                            folder() + QStringLiteral("/build"), QStringLiteral("-GNinja") },
-                          &output)
-                         == 0,
-                 output.constData());
+        QVERIFY2(configureWritten({}, &output) == 0, output.constData());
         QVERIFY2(isBuiltWith(expected, output), output.constData());
         QVERIFY2(output.contains("The project finds Qt " + found + '\n'), output.constData());
     }
