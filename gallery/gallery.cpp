@@ -21,7 +21,7 @@ void print(const QString &text)
 
 ExitCode complain(ExitCode code, const QString &text)
 {
-    QTextStream(stderr) << "tavolins-gallery: " << text << '\n';
+    QTextStream(stderr) << GALLERY_NAME ": " << text << '\n';
     return code;
 }
 
@@ -94,7 +94,7 @@ int runGallery(int &argc, char *argv[])
     const bool isVisible = Surroundings::choosePlatform(forPictures);
 
     QGuiApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("tavolins-gallery"));
+    QCoreApplication::setApplicationName(QStringLiteral(GALLERY_NAME));
     QCoreApplication::setApplicationVersion(QStringLiteral(GALLERY_VERSION));
     if (!argumentsAreRight)
         return complain(Failed, commandLine.errorText());
@@ -103,7 +103,7 @@ int runGallery(int &argc, char *argv[])
         return Success;
     }
     if (commandLine.versionWanted()) {
-        print(QStringLiteral("tavolins-gallery " GALLERY_VERSION));
+        print(QStringLiteral(GALLERY_NAME " " GALLERY_VERSION));
         return Success;
     }
 

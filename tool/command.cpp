@@ -36,7 +36,7 @@ int exitCodeOf(int result)
     if (!isOutputLost())
         return result;
     write(stderr,
-          QStringLiteral("tavolins: the output can't be written: %1\n")
+          QStringLiteral(TOOL_NAME ": the output can't be written: %1\n")
                   .arg(QString::fromLocal8Bit(std::strerror(printError))));
     return UsageError;
 }
@@ -52,7 +52,7 @@ Command::Command(const QString &name, const QString &description)
 
 bool Command::parse(const QStringList &arguments)
 {
-    if (!m_parser.parse(QStringList(QStringLiteral("tavolins ") + m_name) + arguments)) {
+    if (!m_parser.parse(QStringList(QStringLiteral(TOOL_NAME " ") + m_name) + arguments)) {
         m_exitCode = refuse(m_parser.errorText());
         return false;
     }
@@ -62,7 +62,7 @@ bool Command::parse(const QStringList &arguments)
         const auto lineEnd = text.indexOf(QLatin1Char('\n'));
         const auto options = text.indexOf(QLatin1String(" [options]"));
         if (options >= 0 && options < lineEnd)
-            text = QStringLiteral("Usage: tavolins ") + m_name + text.mid(options);
+            text = QStringLiteral("Usage: " TOOL_NAME " ") + m_name + text.mid(options);
         print(text);
         m_exitCode = Success;
         return false;
@@ -72,13 +72,13 @@ bool Command::parse(const QStringList &arguments)
 
 int Command::complain(const QString &message) const
 {
-    write(stderr, QStringLiteral("tavolins %1: %2\n").arg(m_name, Words::harmless(message)));
+    write(stderr, QStringLiteral(TOOL_NAME " %1: %2\n").arg(m_name, Words::harmless(message)));
     return UsageError;
 }
 
 int Command::refuse(const QString &message) const
 {
     complain(message);
-    write(stderr, QStringLiteral("Try `tavolins %1 --help`.\n").arg(m_name));
+    write(stderr, QStringLiteral("Try `" TOOL_NAME " %1 --help`.\n").arg(m_name));
     return UsageError;
 }

@@ -7,8 +7,8 @@ int runExplain(const QStringList &arguments)
 {
     Command command(
             QStringLiteral("explain"),
-            QStringLiteral("Explains a code of `tavolins check`: what it means, an example, "
-                           "and the mend. `tavolins check --list-codes` prints all codes."));
+            QStringLiteral("Explains a code of `" TOOL_NAME " check`: what it means, an example, "
+                           "and the mend. `" TOOL_NAME " check --list-codes` prints all codes."));
     command.parser().addPositionalArgument(QStringLiteral("CODE"),
                                            QStringLiteral("The code, as in brackets at the end of "
                                                           "a problem."));

@@ -9,20 +9,20 @@ namespace {
 
 QString helpText()
 {
-    QString text = QStringLiteral("Usage: tavolins SUBCOMMAND [options] [arguments]\n"
+    QString text = QStringLiteral("Usage: " TOOL_NAME " SUBCOMMAND [options] [arguments]\n"
                                   "Tells the authors of themes what their themes do and what is "
                                   "wrong with them.\n\nSubcommands:\n");
     for (const Subcommand &subcommand : subcommands())
         text += QStringLiteral("  %1 %2\n").arg(subcommand.name, -10).arg(subcommand.summary);
     return text
-            + QStringLiteral("\n`tavolins SUBCOMMAND --help` tells more.\n\nOptions:\n"
+            + QStringLiteral("\n`" TOOL_NAME " SUBCOMMAND --help` tells more.\n\nOptions:\n"
                              "  -h, --help     Shows this text.\n"
                              "  -v, --version  Shows the version.\n");
 }
 
 int refuse(const QString &message)
 {
-    std::fputs(qPrintable(QStringLiteral("tavolins: %1\nTry `tavolins --help`.\n")
+    std::fputs(qPrintable(QStringLiteral(TOOL_NAME ": %1\nTry `" TOOL_NAME " --help`.\n")
                                   .arg(Words::harmless(message))),
                stderr);
     return UsageError;
@@ -34,7 +34,7 @@ const QVector<Subcommand> &subcommands()
 {
     static const QVector<Subcommand> table = {
         { QStringLiteral("check"), QStringLiteral("Tells what is wrong with themes."), runCheck },
-        { QStringLiteral("explain"), QStringLiteral("Explains a code of `tavolins check`."),
+        { QStringLiteral("explain"), QStringLiteral("Explains a code of `" TOOL_NAME " check`."),
           runExplain },
         { QStringLiteral("show"), QStringLiteral("Shows a theme's values and their origins."),
           runShow },
@@ -60,7 +60,7 @@ int runTool(const QStringList &arguments)
         return exitCodeOf(Success);
     }
     if (word == QLatin1String("-v") || word == QLatin1String("--version")) {
-        print(QStringLiteral("tavolins " TOOL_VERSION "\n"));
+        print(QStringLiteral(TOOL_NAME " " TOOL_VERSION "\n"));
         return exitCodeOf(Success);
     }
     for (const Subcommand &subcommand : subcommands()) {

@@ -156,7 +156,7 @@ void tst_CheckCommand::helps()
     const Result result = run(tool(arguments.toUtf8().constData()));
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QString());
-    QVERIFY(result.output.startsWith(QLatin1String("Usage: tavolins ")));
+    QVERIFY(result.output.startsWith(QLatin1String("Usage: " TOOL_NAME " ")));
     const QStringList expectedWords = words(expected.toUtf8().constData());
     for (const QString &word : expectedWords)
         QVERIFY2(result.output.contains(word), qPrintable(word));
@@ -166,7 +166,7 @@ void tst_CheckCommand::version()
 {
     const Result result = run(tool("--version"));
     QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.output, QStringLiteral("tavolins 1.0.0\n"));
+    QCOMPARE(result.output, QStringLiteral(TOOL_NAME " 1.0.0\n"));
 }
 
 void tst_CheckCommand::wrongUse_data()
@@ -176,28 +176,28 @@ void tst_CheckCommand::wrongUse_data()
     const auto row = [](const char *name, const char *arguments, const char *message) {
         QTest::newRow(name) << QString::fromUtf8(arguments) << QString::fromUtf8(message);
     };
-    row("no subcommand", "", "tavolins: There is no subcommand.");
-    row("unknown subcommand", "chek", "tavolins: There is no subcommand \"chek\".");
-    row("no path", "check", "tavolins check: Name a folder of themes, or theme files.");
-    row("unknown option", "check --strict .", "tavolins check: Unknown option 'strict'.");
+    row("no subcommand", "", TOOL_NAME ": There is no subcommand.");
+    row("unknown subcommand", "chek", TOOL_NAME ": There is no subcommand \"chek\".");
+    row("no path", "check", TOOL_NAME " check: Name a folder of themes, or theme files.");
+    row("unknown option", "check --strict .", TOOL_NAME " check: Unknown option 'strict'.");
     row("option without its value", "check . --only",
-        "tavolins check: Missing value after '--only'.");
+        TOOL_NAME " check: Missing value after '--only'.");
     row("unknown format", "check --format xml .",
-        "tavolins check: The format \"xml\" is not text, json or sarif.");
+        TOOL_NAME " check: The format \"xml\" is not text, json or sarif.");
     row("unknown color choice", "check --color maybe .",
-        "tavolins check: The value \"maybe\" of --color is not auto, always or never.");
+        TOOL_NAME " check: The value \"maybe\" of --color is not auto, always or never.");
     row("unknown contrast", "check --contrast A .",
-        "tavolins check: The contrast \"A\" is not AA, AAA or off.");
+        TOOL_NAME " check: The contrast \"A\" is not AA, AAA or off.");
     row("unknown code", "check --disable syntax-eror .",
-        "tavolins check: There is no code \"syntax-eror\". Did you mean syntax-error?");
+        TOOL_NAME " check: There is no code \"syntax-eror\". Did you mean syntax-error?");
     row("unknown code among others", "check --only bad-radius,xyzzy .",
-        "tavolins check: There is no code \"xyzzy\".");
+        TOOL_NAME " check: There is no code \"xyzzy\".");
     row("watching in a format of one document", "check --watch --format sarif .",
-        "tavolins check: --watch goes with the formats text and json only.");
-    row("explaining nothing", "explain", "tavolins explain: Name one code.");
-    row("explaining two", "explain bad-radius empty-file", "tavolins explain: Name one code.");
+        TOOL_NAME " check: --watch goes with the formats text and json only.");
+    row("explaining nothing", "explain", TOOL_NAME " explain: Name one code.");
+    row("explaining two", "explain bad-radius empty-file", TOOL_NAME " explain: Name one code.");
     row("explaining an unknown code", "explain radius-bad",
-        "tavolins explain: There is no code \"radius-bad\".");
+        TOOL_NAME " explain: There is no code \"radius-bad\".");
 }
 
 void tst_CheckCommand::wrongUse()
@@ -259,7 +259,7 @@ void tst_CheckCommand::failuresDoNotHideProblems()
     QCOMPARE(result.exitCode, 2);
     QVERIFY(result.output.contains(QLatin1String("[empty-title]")));
     QCOMPARE(result.errors,
-             QStringLiteral("tavolins check: there is no file or folder \"nowhere\"\n"));
+             QStringLiteral(TOOL_NAME " check: there is no file or folder \"nowhere\"\n"));
 }
 
 void tst_CheckCommand::whatMayNotBeReadIsTold()
@@ -290,7 +290,7 @@ void tst_CheckCommand::whatMayNotBeReadIsTold()
                            "[unreadable-file]\n"
                            "2 themes: 3 errors\n"));
     QCOMPARE(result.errors,
-             QStringLiteral("tavolins check: the folder \"closed\" can't be read\n"));
+             QStringLiteral(TOOL_NAME " check: the folder \"closed\" can't be read\n"));
     QCOMPARE(result.exitCode, 2);
 }
 
@@ -304,8 +304,8 @@ void tst_CheckCommand::namesCannotForgeLines()
     const Result argument = run({ QStringLiteral(TOOL_PROGRAM), QStringLiteral("check"),
                                   QStringLiteral("\033[2Jno\nwhere") });
     QCOMPARE(argument.errors,
-             QStringLiteral(
-                     "tavolins check: there is no file or folder \"\uFFFD[2Jno\uFFFDwhere\"\n"));
+             QStringLiteral(TOOL_NAME
+                            " check: there is no file or folder \"\uFFFD[2Jno\uFFFDwhere\"\n"));
 }
 
 void tst_CheckCommand::longLinesTakeNoTime_data()
@@ -354,7 +354,8 @@ void tst_CheckCommand::outputThatIsLost()
         const Result result = run(
                 { QStringLiteral("sh"), QStringLiteral("-c"),
                   QStringLiteral(TOOL_PROGRAM " ") + arguments + QLatin1String(redirection) });
-        QVERIFY2(result.errors.startsWith(QLatin1String("tavolins: the output can't be written: ")),
+        QVERIFY2(result.errors.startsWith(
+                         QLatin1String(TOOL_NAME ": the output can't be written: ")),
                  redirection);
         QCOMPARE(result.exitCode, 2);
     }

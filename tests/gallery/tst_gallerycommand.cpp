@@ -61,7 +61,7 @@ bool isComplaint(const QString &errors, const QVector<const char *> &beginnings)
     const QStringList lines = errors.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     return std::equal(lines.begin(), lines.end(), beginnings.begin(), beginnings.end(),
                       [](const QString &line, const char *beginning) {
-                          return line.startsWith(QLatin1String("tavolins-gallery: ")
+                          return line.startsWith(QLatin1String(GALLERY_NAME ": ")
                                                  + QLatin1String(beginning));
                       });
 }
@@ -101,7 +101,7 @@ void tst_GalleryCommand::tellsItsVersion()
     const Result result = run({ QStringLiteral("--version") });
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QString());
-    QCOMPARE(result.output, QStringLiteral("tavolins-gallery 1.0.0\n"));
+    QCOMPARE(result.output, QStringLiteral(GALLERY_NAME " 1.0.0\n"));
 }
 
 void tst_GalleryCommand::wrongUse_data()
@@ -123,7 +123,7 @@ void tst_GalleryCommand::wrongUse()
     QFETCH(QStringList, arguments);
     QFETCH(QString, message);
     const Result result = run(arguments);
-    QCOMPARE(result.errors, QStringLiteral("tavolins-gallery: %1\n").arg(message));
+    QCOMPARE(result.errors, QStringLiteral(GALLERY_NAME ": %1\n").arg(message));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 1);
 }
@@ -154,7 +154,7 @@ void tst_GalleryCommand::folderWithoutThemes()
     write(QStringLiteral("empty/readme.txt"), "");
     write(QStringLiteral("full/a.thm"), R"({ "title": "A" })");
     const Result result = run(arguments);
-    QCOMPARE(result.errors, QStringLiteral("tavolins-gallery: %1\n").arg(message));
+    QCOMPARE(result.errors, QStringLiteral(GALLERY_NAME ": %1\n").arg(message));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
     QVERIFY(!QDir(folder()).exists(QStringLiteral("shots")));
@@ -224,8 +224,8 @@ void tst_GalleryCommand::windowNeedsADisplay()
 {
     const Result result = run({});
     QCOMPARE(result.errors,
-             QStringLiteral("tavolins-gallery: there is no display; --shot DIR writes pictures "
-                            "instead\n"));
+             QStringLiteral(GALLERY_NAME ": there is no display; --shot DIR writes pictures "
+                                         "instead\n"));
     QCOMPARE(result.exitCode, 1);
 }
 
@@ -266,13 +266,13 @@ void tst_GalleryCommand::pictureThatCannotBeWritten()
     write(QStringLiteral("file"), "in the way");
     const Result folderInTheWay = run({ QStringLiteral("--shot=file/shots") });
     QCOMPARE(folderInTheWay.errors,
-             QStringLiteral("tavolins-gallery: can't create the folder \"file/shots\"\n"));
+             QStringLiteral(GALLERY_NAME ": can't create the folder \"file/shots\"\n"));
     QCOMPARE(folderInTheWay.exitCode, 1);
 
     QVERIFY(QDir(folder()).mkpath(QStringLiteral("shots/dusk.png")));
     const Result pictureInTheWay = run({ QStringLiteral("--shot=shots") });
     QCOMPARE(pictureInTheWay.errors,
-             QStringLiteral("tavolins-gallery: can't write \"shots/dusk.png\"\n"));
+             QStringLiteral(GALLERY_NAME ": can't write \"shots/dusk.png\"\n"));
     QCOMPARE(pictureInTheWay.output, printed({ QStringLiteral("daylight") }));
     QCOMPARE(pictureInTheWay.exitCode, 1);
 }

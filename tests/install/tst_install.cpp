@@ -22,6 +22,9 @@ private Q_SLOTS:
     void descriptionNamesNoBuildPath();
     void packageAsksForThreeModulesOnly();
     void commandRunsFromThePrefixAlone();
+    void commandGoesByItsInstalledName_data();
+    void commandGoesByItsInstalledName();
+    void shellCompletesTheInstalledName();
     void qmlRunsAgainstThePrefixAlone();
     void missingModuleIsNoticed();
     void controlsStyleIsFoundByName();
@@ -399,6 +402,62 @@ void tst_Install::commandRunsFromThePrefixAlone()
               installed(QStringLiteral("share/tavolins" TAVOLINS_QT_SUFFIX "/themes")) },
             &output);
     QCOMPARE(output, QByteArray("5 themes: no problem\n"));
+    QCOMPARE(exitCode, 0);
+}
+
+void tst_Install::commandGoesByItsInstalledName_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("beginning");
+    const QByteArray name("tavolins" TAVOLINS_QT_SUFFIX);
+    QTest::newRow("manual") << QStringLiteral("share/man/man1/tavolins" TAVOLINS_QT_SUFFIX ".1")
+                            << ".TH " + name.toUpper() + " 1 \"\" \"Tavolins\" \"User Commands\"\n"
+                    + ".SH NAME\n" + name + " ";
+    QTest::newRow("zsh") << QStringLiteral("share/zsh/site-functions/_tavolins" TAVOLINS_QT_SUFFIX)
+                         << "#compdef " + name + "\n";
+    QTest::newRow("fish") << QStringLiteral(
+            "share/fish/vendor_completions.d/tavolins" TAVOLINS_QT_SUFFIX ".fish")
+                          << "# Completion of " + name + " for fish.\n";
+}
+
+void tst_Install::commandGoesByItsInstalledName()
+{
+    if (!TAVOLINS_HAS_TOOL)
+        QSKIP("built without the command");
+    QFETCH(QString, file);
+    QFETCH(QByteArray, beginning);
+    const QByteArray text = contentOf(installed(file));
+    QCOMPARE(text.left(beginning.size()), beginning);
+    // The name of the other Qt's command is nowhere.
+    static const QRegularExpression names(QStringLiteral("tavolins[0-9]*"));
+    const QString content = QString::fromUtf8(text);
+    int count = 0;
+    for (auto i = names.globalMatch(content); i.hasNext(); ++count)
+        QCOMPARE(i.next().captured(), QStringLiteral("tavolins" TAVOLINS_QT_SUFFIX));
+    QVERIFY(count > 1);
+}
+
+/// What bash proposes behind the installed command, and asks that command for.
+void tst_Install::shellCompletesTheInstalledName()
+{
+    if (!TAVOLINS_HAS_TOOL)
+        QSKIP("built without the command");
+    const QString name = QStringLiteral("tavolins" TAVOLINS_QT_SUFFIX);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PATH"),
+                       installed(QStringLiteral("bin")) + QStringLiteral(":/usr/bin:/bin"));
+    QByteArray output;
+    const int exitCode = run(
+            QStringLiteral("bash"),
+            { QStringLiteral("-c"),
+              QStringLiteral(
+                      "source %1 && function=$(complete -p %2 | sed 's/.*-F "
+                      "\\([^ ]*\\).*/\\1/') && COMP_WORDS=(%2 explain alpha-l) && COMP_CWORD=2 "
+                      "&& $function && echo \"${COMPREPLY[@]}\"")
+                      .arg(installed(QStringLiteral("share/bash-completion/completions/") + name),
+                           name) },
+            &output, environment);
+    QCOMPARE(output, QByteArray("alpha-last\n"));
     QCOMPARE(exitCode, 0);
 }
 

@@ -90,7 +90,7 @@ void tst_NewCommand::neverOverwrites()
     write(QStringLiteral("harbour.thm"), "mine");
     const ProgramRun result = run({ QStringLiteral("new"), QStringLiteral("Harbour") });
     QCOMPARE(result.errors,
-             QStringLiteral("tavolins new: harbour.thm exists; nothing was written\n"));
+             QStringLiteral(TOOL_NAME " new: harbour.thm exists; nothing was written\n"));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(content(QStringLiteral("harbour.thm")), QByteArray("mine"));
@@ -127,7 +127,7 @@ void tst_NewCommand::wrongUse()
     QFETCH(QStringList, arguments);
     QFETCH(QString, message);
     const ProgramRun result = run(QStringList(QStringLiteral("new")) + arguments);
-    QVERIFY2(result.errors.startsWith(QStringLiteral("tavolins new: ") + message),
+    QVERIFY2(result.errors.startsWith(QStringLiteral(TOOL_NAME " new: ") + message),
              qPrintable(result.errors));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
@@ -154,7 +154,7 @@ void tst_NewCommand::schemaWrongUse()
 {
     const ProgramRun format = run({ QStringLiteral("schema"), QStringLiteral("--format=xml") });
     QVERIFY(format.errors.startsWith(
-            QLatin1String("tavolins schema: There is no format \"xml\".\n")));
+            QLatin1String(TOOL_NAME " schema: There is no format \"xml\".\n")));
     QCOMPARE(format.exitCode, 2);
     QCOMPARE(run({ QStringLiteral("schema"), QStringLiteral("a.thm") }).exitCode, 2);
 }

@@ -97,7 +97,7 @@ void tst_ShotCommand::oneThemeOnly()
 
     const ProgramRun unknown = run(words("shot themes -o shots --theme BLUE"));
     QCOMPARE(unknown.errors,
-             QStringLiteral("tavolins shot: no theme in \"themes\" is titled \"BLUE\"\n"));
+             QStringLiteral(TOOL_NAME " shot: no theme in \"themes\" is titled \"BLUE\"\n"));
     QCOMPARE(unknown.exitCode, 1);
 }
 
@@ -111,10 +111,12 @@ void tst_ShotCommand::brokenThemesDoNotKeepOthersFromTheirPictures()
     QCOMPARE(result.output, QStringLiteral("shots/green.png\nshots/red.png\n"));
     const QStringList lines = result.errors.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
-    QVERIFY(lines.at(0).startsWith(QLatin1String("tavolins shot: themes/comma.thm:1:14: error: ")));
-    QVERIFY(lines.at(1).startsWith(QLatin1String("tavolins shot: themes/empty.thm:1:1: error: ")));
+    QVERIFY(lines.at(0).startsWith(
+            QLatin1String(TOOL_NAME " shot: themes/comma.thm:1:14: error: ")));
+    QVERIFY(lines.at(1).startsWith(
+            QLatin1String(TOOL_NAME " shot: themes/empty.thm:1:1: error: ")));
     QVERIFY(lines.at(2).startsWith(
-            QLatin1String("tavolins shot: themes/orphan.thm:1:27: error: ")));
+            QLatin1String(TOOL_NAME " shot: themes/orphan.thm:1:27: error: ")));
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(QDir(folder() + QStringLiteral("/shots")).entryList(QDir::Files).size(), 2);
 }
@@ -124,7 +126,7 @@ void tst_ShotCommand::pictureThatCannotBeWritten()
     writeThemes();
     QVERIFY(QDir(folder()).mkpath(QStringLiteral("shots/red.png")));
     const ProgramRun result = run(words("shot themes -o shots"));
-    QCOMPARE(result.errors, QStringLiteral("tavolins shot: can't write \"shots/red.png\"\n"));
+    QCOMPARE(result.errors, QStringLiteral(TOOL_NAME " shot: can't write \"shots/red.png\"\n"));
     QCOMPARE(result.output, QStringLiteral("shots/green.png\n"));
     QCOMPARE(result.exitCode, 1);
 }
@@ -170,7 +172,7 @@ void tst_ShotCommand::wrongUse()
     QFETCH(QString, message);
     writeThemes();
     const ProgramRun result = run(arguments);
-    QVERIFY2(result.errors.startsWith(QStringLiteral("tavolins shot: ") + message),
+    QVERIFY2(result.errors.startsWith(QStringLiteral(TOOL_NAME " shot: ") + message),
              qPrintable(result.errors));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);

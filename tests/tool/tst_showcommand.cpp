@@ -387,7 +387,7 @@ void tst_ShowCommand::wrongUse()
     QFETCH(QString, message);
     writeCoast();
     const ProgramRun result = run(arguments);
-    QVERIFY2(result.errors.startsWith(QStringLiteral("tavolins show: ") + message),
+    QVERIFY2(result.errors.startsWith(QStringLiteral(TOOL_NAME " show: ") + message),
              qPrintable(result.errors));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
@@ -400,7 +400,7 @@ void tst_ShowCommand::brokenTheme()
     // The application shows the default look, and so does this.
     QCOMPARE(result.output,
              QStringLiteral("(no title), a.thm\n\n  radius  0  default: no radius\n"));
-    QVERIFY2(result.errors.startsWith(QLatin1String("tavolins show: a.thm:1:")),
+    QVERIFY2(result.errors.startsWith(QLatin1String(TOOL_NAME " show: a.thm:1:")),
              qPrintable(result.errors));
     QCOMPARE(result.exitCode, 1);
 }
@@ -410,7 +410,7 @@ void tst_ShowCommand::themeThatIsLeftOut()
     write(QStringLiteral("a.thm"), "{\"title\": \"A\", \"extends\": \"B\"}");
     const ProgramRun result = run(words("show a.thm"));
     QCOMPARE(result.output, QString());
-    QVERIFY2(result.errors.startsWith(QLatin1String("tavolins show: a.thm:1:27: error: ")),
+    QVERIFY2(result.errors.startsWith(QLatin1String(TOOL_NAME " show: a.thm:1:27: error: ")),
              qPrintable(result.errors));
     QCOMPARE(result.exitCode, 2);
 }
@@ -504,7 +504,7 @@ void tst_ShowCommand::diffWrongUse()
     QFETCH(QString, message);
     writeCoast();
     const ProgramRun result = run(arguments);
-    QVERIFY2(result.errors.startsWith(QStringLiteral("tavolins diff: ") + message),
+    QVERIFY2(result.errors.startsWith(QStringLiteral(TOOL_NAME " diff: ") + message),
              qPrintable(result.errors));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
