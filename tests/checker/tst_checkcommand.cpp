@@ -41,7 +41,9 @@ private Q_SLOTS:
     void contrastLevels();
     void importPaths();
     void explains();
-    void bundledThemesAreClean();
+    void ownThemesAreClean_data();
+    void ownThemesAreClean();
+    void themesOfThePagesAreClean();
     void memoryIsFlatInTheNumberOfFiles();
     void readmeSession();
     void needsNoDisplay();
@@ -519,11 +521,42 @@ void tst_CheckCommand::explains()
     QVERIFY(result.output.contains(QLatin1String("\"radius\": 4.5")));
 }
 
-void tst_CheckCommand::bundledThemesAreClean()
+void tst_CheckCommand::ownThemesAreClean_data()
 {
-    const Result result = run(tool("check " TAVOLINS_SOURCE_DIR "/themes"));
-    QCOMPARE(result.output, QStringLiteral("5 themes: no problem\n"));
+    QTest::addColumn<QString>("themes");
+    QTest::addColumn<QString>("summary");
+    const auto row = [](const char *name, const char *folder, const char *summary) {
+        QTest::newRow(name) << QStringLiteral(TAVOLINS_SOURCE_DIR "/") + QLatin1String(folder)
+                            << QString::fromLatin1(summary);
+    };
+    row("bundled", "themes", "5 themes: no problem\n");
+    row("of the example", "examples/settings/themes", "2 themes: no problem\n");
+    row("of the example, with other styles", "examples/settings/themes/lantern",
+        "1 theme: no problem\n");
+}
+
+void tst_CheckCommand::ownThemesAreClean()
+{
+    QFETCH(QString, themes);
+    QFETCH(QString, summary);
+    const Result result = run({ QStringLiteral(TOOL_PROGRAM), QStringLiteral("check"), themes });
+    QCOMPARE(result.output, summary);
     QCOMPARE(result.exitCode, 0);
+}
+
+/// What a reader copies first: alone, and with what the second page adds to it.
+void tst_CheckCommand::themesOfThePagesAreClean()
+{
+    static const QRegularExpression block(QStringLiteral("```json\n(.*)```"),
+                                          QRegularExpression::DotMatchesEverythingOption
+                                                  | QRegularExpression::InvertedGreedinessOption);
+    const auto writeFirst = [this](const char *page, const char *file) {
+        write(QLatin1String(file), block.match(contentOf(page)).captured(1).toUtf8());
+    };
+    writeFirst("README.md", "t/harbour.thm");
+    QCOMPARE(run(tool("check t")).output, QStringLiteral("1 theme: no problem\n"));
+    writeFirst("docs/using.md", "t/night.thm");
+    QCOMPARE(run(tool("check t")).output, QStringLiteral("2 themes: no problem\n"));
 }
 
 void tst_CheckCommand::memoryIsFlatInTheNumberOfFiles()
