@@ -5,6 +5,9 @@
 #include "checker/words.h"
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QMap>
+
+#include <algorithm>
 
 namespace {
 
@@ -19,7 +22,8 @@ QString name(const QColor &color)
     return color.name(color.alpha() == 255 ? QColor::HexRgb : QColor::HexArgb);
 }
 
-struct Failing
+/// A text on a background.
+struct Pair
 {
     QString key;
     QColor surface;
@@ -54,29 +58,33 @@ public:
         // What is transparent lets the theme's own background through.
         const QColor page = Contrast::blended(m_context.scratch->data().colors.background(),
                                               Qt::white);
+        for (const ColorRole &surface : colorRoles(BackgroundColors))
+            m_surfaces.insert(QLatin1String(surface.key),
+                              Contrast::blended((colors.*surface.color)(), page));
+        for (const ColorRole &text : colorRoles(ForegroundColors))
+            m_texts.insert(QLatin1String(text.key), (colors.*text.color)());
         for (const ColorRole &text : colorRoles(ForegroundColors)) {
-            QVector<Failing> failing;
+            const QString key = QLatin1String(text.key);
+            QVector<Pair> failing;
             for (const ColorRole &surface : colorRoles(BackgroundColors)) {
-                if (!concerns(text, surface))
-                    continue;
-                Failing pair;
+                Pair pair;
                 pair.key = QLatin1String(surface.key);
-                pair.surface = Contrast::blended((colors.*surface.color)(), page);
-                pair.ratio = Contrast::ratio((colors.*text.color)(), pair.surface);
-                if (pair.ratio < m_context.contrast)
+                pair.surface = m_surfaces.value(pair.key);
+                pair.ratio = Contrast::ratio(m_texts.value(key), pair.surface);
+                if (concerns(key, pair.key) && pair.ratio < m_context.contrast)
                     failing.append(pair);
             }
             if (!failing.isEmpty())
-                report(text, (colors.*text.color)(), failing);
+                report(key, failing);
         }
     }
 
 private:
     /// Whether the pair is this scope's doing, and no palette's.
-    bool concerns(const ColorRole &text, const ColorRole &surface) const
+    bool concerns(const QString &text, const QString &surface) const
     {
-        const unsigned textBit = roleBit(QLatin1String(text.key));
-        const unsigned surfaceBit = roleBit(QLatin1String(surface.key));
+        const unsigned textBit = roleBit(text);
+        const unsigned surfaceBit = roleBit(surface);
         if (!(m_known & textBit) || !(m_known & surfaceBit))
             return false;
         const bool setsText = m_scope.roles & textBit;
@@ -85,30 +93,58 @@ private:
         return m_scope.colors ? setsText || setsSurface : setsText != setsSurface;
     }
 
+    static QString baseOf(const QString &key)
+    {
+        for (const ColorFamily family : { ForegroundColors, BackgroundColors }) {
+            for (const ColorRole &role : colorRoles(family)) {
+                if (key == QLatin1String(role.key))
+                    return QLatin1String(role.base);
+            }
+        }
+        return QString();
+    }
+
     /// What in the file decides the color \a key; null if nothing in this scope does.
     const Node::Member *originOf(const QString &key) const
     {
         if (const Node::Member *own = m_scope.colors->member(key))
             return own;
-        if (!(m_scope.roles & roleBit(key)))
-            return nullptr;
-        for (const ColorFamily family : { ForegroundColors, BackgroundColors }) {
-            for (const ColorRole &role : colorRoles(family)) {
-                if (key == QLatin1String(role.key))
-                    return m_scope.colors->member(QLatin1String(role.base));
-            }
-        }
-        return nullptr;
+        return m_scope.roles & roleBit(key) ? m_scope.colors->member(baseOf(key)) : nullptr;
     }
 
-    void report(const ColorRole &text, const QColor &color, const QVector<Failing> &failing)
+    /// Whether the color \a key of this scope is one that this file's "global" has derived.
+    bool isDerived(const QString &key) const
     {
+        if (m_scope.colors && m_scope.colors->member(key))
+            return false;
+        const Node::Member *global = m_context.document.root().member(QLatin1String("global"));
+        const Node::Member *colors = global ? global->node.member(QLatin1String("colors"))
+                                            : nullptr;
+        return colors && m_context.summary().globalRoles & roleBit(key)
+                && !colors->node.member(key);
+    }
+
+    void report(const QString &key, const QVector<Pair> &failing)
+    {
+        const QColor color = m_texts.value(key);
         QStringList parts;
-        for (const Failing &pair : failing) {
+        for (const Pair &pair : failing) {
             parts.append(QStringLiteral("%1 on `%2` %3")
                                  .arg(ratioText(pair.ratio), pair.key, name(pair.surface)));
         }
-        const QString key = QLatin1String(text.key);
+        // The text can hardly help it when it is unreadable on nothing but what nobody wrote.
+        const bool areDerived = std::all_of(
+                failing.begin(), failing.end(),
+                [this](const Pair &pair) { return isDerived(pair.key); });
+        QStringList help = areDerived ? otherSurfaces(failing) : QStringList();
+        const bool isOfSurfaces = !help.isEmpty();
+        if (help.isEmpty())
+            help = otherText(key, failing);
+        if (help.isEmpty() && failing.size() == 1)
+            help = otherSurfaces(failing);
+        if (help.isEmpty())
+            help = otherTextOnOne(key, failing);
+
         Range place = m_context.valueRange(QStringLiteral("extends"));
         QString origin;
         if (m_scope.colors) {
@@ -117,12 +153,9 @@ private:
                 origin = QStringLiteral(", which this class does not set,");
             else if (own->key != key)
                 origin = QStringLiteral(", which is derived,");
-            place = (own ? own : originOf(failing.first().key))->node.range;
+            const Node::Member *surface = originOf(failing.first().key);
+            place = (own && !(isOfSurfaces && surface) ? own : surface)->node.range;
         }
-        QStringList help;
-        const QString nearest = nearestText(color, failing);
-        if (!nearest.isEmpty())
-            help.append(nearest);
         m_findings.add(Code::LowContrast, place,
                        m_scope.introduction
                                + QStringLiteral("the contrast of `%1` %2%3 is %4; texts need %5")
@@ -132,33 +165,96 @@ private:
                        help);
     }
 
-    /// The nearest color that passes wherever this one fails.
-    QString nearestText(const QColor &color, const QVector<Failing> &failing) const
+    /// Whether the text \a key could have the color \a text: readable on all its backgrounds.
+    bool isReadable(const QString &key, const QColor &text) const
     {
-        QString nearest;
-        for (const Failing &pair : failing) {
-            const QColor candidate = Contrast::nearestPassing(color, pair.surface,
-                                                              m_context.contrast);
-            if (!candidate.isValid())
-                continue;
-            bool passes = true;
-            for (const Failing &other : failing)
-                passes = passes && Contrast::ratio(candidate, other.surface) >= m_context.contrast;
-            if (passes)
-                return QStringLiteral("the nearest color that passes is `%1`")
-                        .arg(candidate.name());
-            if (nearest.isEmpty())
-                nearest = QStringLiteral("the nearest color that passes on `%1` is `%2`, but none "
-                                         "passes on all")
-                                  .arg(pair.key, candidate.name());
+        for (auto surface = m_surfaces.begin(); surface != m_surfaces.end(); ++surface) {
+            if (concerns(key, surface.key())
+                && Contrast::ratio(text, surface.value()) < m_context.contrast)
+                return false;
         }
-        return nearest;
+        return true;
+    }
+
+    /// Whether the background \a key could have the color \a surface: all its texts are readable.
+    bool isReadableOn(const QString &key, const QColor &surface) const
+    {
+        for (auto text = m_texts.begin(); text != m_texts.end(); ++text) {
+            if (concerns(text.key(), key)
+                && Contrast::ratio(text.value(), surface) < m_context.contrast)
+                return false;
+        }
+        return true;
+    }
+
+    /// The nearest color for the text \a key that passes on all backgrounds.
+    QStringList otherText(const QString &key, const QVector<Pair> &failing) const
+    {
+        for (const Pair &pair : failing) {
+            const QColor candidate = Contrast::nearestPassing(m_texts.value(key), pair.surface,
+                                                              m_context.contrast);
+            if (candidate.isValid() && isReadable(key, candidate))
+                return {
+                    QStringLiteral("the nearest color that passes is `%1`").arg(candidate.name())
+                };
+        }
+        return QStringList();
+    }
+
+    /// The same with a color that passes on one of the backgrounds.
+    QStringList otherTextOnOne(const QString &key, const QVector<Pair> &failing) const
+    {
+        for (const Pair &pair : failing) {
+            const QColor candidate = Contrast::nearestPassing(m_texts.value(key), pair.surface,
+                                                              m_context.contrast);
+            if (candidate.isValid())
+                return { QStringLiteral("the nearest color that passes on `%1` is `%2`, but none "
+                                        "passes on all")
+                                 .arg(pair.key, candidate.name()) };
+        }
+        return QStringList();
+    }
+
+    /// The nearest colors for the backgrounds of \a failing on which all texts pass; none if one of
+    /// them has no such color.
+    QStringList otherSurfaces(const QVector<Pair> &failing) const
+    {
+        QStringList help;
+        for (const Pair &pair : failing) {
+            const QColor surface = otherSurface(pair);
+            if (!surface.isValid())
+                return QStringList();
+            help.append(
+                    isDerived(pair.key)
+                            ? QStringLiteral(
+                                      "write `%1` in \"global\", where it is derived from `%2`: "
+                                      "the nearest color that passes is `%3`")
+                                      .arg(pair.key, baseOf(pair.key), surface.name())
+                            : QStringLiteral("the nearest `%1` that passes is `%2`")
+                                      .arg(pair.key, surface.name()));
+        }
+        return help;
+    }
+
+    QColor otherSurface(const Pair &pair) const
+    {
+        for (const QColor &text : m_texts) {
+            const QColor opaque = Contrast::blended(text, pair.surface);
+            const QColor candidate = Contrast::nearestPassing(pair.surface, opaque,
+                                                              m_context.contrast);
+            if (candidate.isValid() && isReadableOn(pair.key, candidate))
+                return candidate;
+        }
+        return QColor();
     }
 
     const ThemeContext &m_context;
     const ColoredScope &m_scope;
     const unsigned m_known;
     Findings &m_findings;
+    /// The colors of the scope under their keys, backgrounds as they are seen.
+    QMap<QString, QColor> m_texts;
+    QMap<QString, QColor> m_surfaces;
 };
 
 /// Whether an item can have the class \a name, and have it alone.
