@@ -48,7 +48,8 @@ struct EffectiveValue
     /// The path of properties of the attached Theme, as in "colors/foreground" and
     /// "fonts/h1Font/pointSize"; "styles/NAME" for a style, "class/PATH" for a class value.
     QString key;
-    /// A color, text, a number, a truth value, or, for class values, whatever the file holds.
+    /// A color, text, a number, a truth value, or, for class values, whatever the file holds. The
+    /// weight of a font is the number that this Qt has for it.
     QVariant value;
     ValueOrigin origin;
 };

@@ -1,6 +1,7 @@
 #include "checker/valueformats.h"
 
 #include "checker/effectivevalues.h"
+#include "checker/fontweight.h"
 #include "checker/words.h"
 
 #include <QtCore/QDir>
@@ -125,6 +126,24 @@ QJsonValue json(const QVariant &value)
     return QJsonValue::fromVariant(value);
 }
 
+bool isWeight(const EffectiveValue &value)
+{
+    return groupOf(value.key) == QLatin1String("fonts")
+            && value.key.endsWith(QLatin1String("/weight"));
+}
+
+QJsonValue json(const EffectiveValue &value)
+{
+    return isWeight(value) ? QJsonValue(FontWeight::number(value.value.toInt()))
+                           : json(value.value);
+}
+
+QString text(const EffectiveValue &value)
+{
+    return isWeight(value) ? FontWeight::text(value.value.toInt())
+                           : ValueFormats::text(value.value);
+}
+
 QJsonObject json(const ValueOrigin &origin)
 {
     static const char *const kinds[] = { "default", "written", "derived", "file" };
@@ -206,18 +225,6 @@ QString cssColor(const QColor &color)
             .arg(QString::number(color.alphaF(), 'f', 3));
 }
 
-/// The weight from 100 to 900 that is nearest to Qt's \a weight.
-int cssWeight(int weight)
-{
-    static const int steps[] = { QFont::Thin,   QFont::ExtraLight, QFont::Light,
-                                 QFont::Normal, QFont::Medium,     QFont::DemiBold,
-                                 QFont::Bold,   QFont::ExtraBold,  QFont::Black };
-    const auto nearest = std::min_element(
-            std::begin(steps), std::end(steps),
-            [weight](int a, int b) { return std::abs(a - weight) < std::abs(b - weight); });
-    return 100 * (int(nearest - std::begin(steps)) + 1);
-}
-
 struct Declaration
 {
     QString name;
@@ -238,7 +245,7 @@ QVector<Declaration> cssFont(const EffectiveValue &value)
                    number(value.value.toDouble()) + QLatin1String("pt") } };
     if (attribute == QLatin1String("weight"))
         return { { prefix + QLatin1String("weight"),
-                   QString::number(cssWeight(value.value.toInt())) } };
+                   QString::number(FontWeight::number(value.value.toInt())) } };
     if (attribute == QLatin1String("italic"))
         return { { prefix + QLatin1String("style"),
                    QLatin1String(value.value.toBool() ? "italic" : "normal") } };
@@ -330,6 +337,13 @@ QString qmlColors(const QVector<EffectiveValue> &colors)
     return result + QStringLiteral("    }\n");
 }
 
+QString qmlWeight(int weight)
+{
+    const QString name = FontWeight::name(weight);
+    // A number alone is taken for a name.
+    return name.isEmpty() ? QStringLiteral("(%1)").arg(weight) : QStringLiteral("Font.") + name;
+}
+
 QString qmlFonts(const QVector<EffectiveValue> &attributes)
 {
     QString result = QStringLiteral("    readonly property QtObject fonts: QtObject {\n");
@@ -344,8 +358,7 @@ QString qmlFonts(const QVector<EffectiveValue> &attributes)
         if (key == QLatin1String("capitalization"))
             value = QStringLiteral("Font.") + attribute.value.toString();
         else if (key == QLatin1String("weight"))
-            // Not every weight has a name, and a number alone is taken for one.
-            value = QStringLiteral("(%1)").arg(value);
+            value = qmlWeight(attribute.value.toInt());
         // One by one: Qt.font() cuts sizes to whole points.
         result += QStringLiteral("        %1.%2: %3%4\n")
                           .arg(name, key, value, qmlComment(attribute.origin));
@@ -436,7 +449,7 @@ QString ValueFormats::asText(const EffectiveValues &values, bool colored)
             // The address of a style is the same as the file it comes from.
             const QString value = entry.origin.kind == ValueOrigin::File
                     ? QFileInfo(entry.origin.file).fileName()
-                    : text(entry.value);
+                    : ::text(entry);
             table.add({ Words::harmless(nameOf(entry.key)), Words::harmless(value),
                         Words::harmless(text(entry.origin)) });
             const bool isPatched = colored && group == QLatin1String("colors");
@@ -455,7 +468,7 @@ QString ValueFormats::asJson(const EffectiveValues &values)
     QJsonArray entries;
     for (const EffectiveValue &value : values.values) {
         entries.append(QJsonObject{ { QStringLiteral("key"), value.key },
-                                    { QStringLiteral("value"), json(value.value) },
+                                    { QStringLiteral("value"), json(value) },
                                     { QStringLiteral("origin"), json(value.origin) } });
     }
     QJsonObject result = json(values);
@@ -533,7 +546,7 @@ QString ValueFormats::differencesAsText(const EffectiveValues &left, const Effec
             patches.append(QStringList());
             return;
         }
-        table.add({ QLatin1String(mark), Words::harmless(key), Words::harmless(text(value->value)),
+        table.add({ QLatin1String(mark), Words::harmless(key), Words::harmless(::text(*value)),
                     Words::harmless(text(value->origin)) });
         patches.append(
                 QStringList{ QString(), QString(), colored ? patch(value->value) : QString() });
@@ -553,7 +566,7 @@ QString ValueFormats::differencesAsJson(const EffectiveValues &left, const Effec
     const auto side = [](const EffectiveValue *value) {
         if (!value)
             return QJsonValue();
-        return QJsonValue(QJsonObject{ { QStringLiteral("value"), json(value->value) },
+        return QJsonValue(QJsonObject{ { QStringLiteral("value"), json(*value) },
                                        { QStringLiteral("origin"), json(value->origin) } });
     };
     QJsonArray array;

@@ -44,7 +44,9 @@ int runShow(const QStringList &arguments)
                     "from.\n\nTHEME is a theme file, or the title of a theme in the "
                     "folder of --folder. Keys are paths of properties, as in "
                     "colors/foreground, fonts/h1Font/pointSize, radius; styles/NAME is the "
-                    "file of a style, class/PATH any value in a class of the item."));
+                    "file of a style, class/PATH any value in a class of the item. Weights are "
+                    "names in text, and numbers from 1 to 1000 in json and css: 400 is Normal, "
+                    "700 Bold."));
     QCommandLineParser &parser = command.parser();
     const QCommandLineOption classes(QStringLiteral("class"),
                                      QStringLiteral("The item's class names, separated by blanks."),

@@ -1,6 +1,7 @@
 // The subcommands show and diff, as they are run.
 
 #include "checker/effectivevalues.h"
+#include "checker/fontweight.h"
 #include "checker/loadedfolder.h"
 #include "checker/valueformats.h"
 #include "support/programrun.h"
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void showsAsText();
     void showsOneKey_data();
     void showsOneKey();
+    void weightsAreNamed();
     void colorsArePatches();
     void jsonHoldsWhatItemsRead();
     void jsonTellsOrigins();
@@ -171,6 +173,35 @@ void tst_ShowCommand::showsOneKey()
                                     key });
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
+/// Qt 5 and Qt 6 have numbers of their own for them.
+void tst_ShowCommand::weightsAreNamed()
+{
+    for (const char *weight : { "Bold", "Book" })
+        write(QStringLiteral("%1.thm").arg(QLatin1String(weight)),
+              QByteArray("{\"title\": \"") + weight
+                      + "\", \"global\": {\"fonts\": {\"main\": {\"family\": \"DejaVu Sans\", "
+                        "\"pointSize\": 16, \"weight\": \""
+                      + weight + "\"}}}}");
+    const ProgramRun text = run(words("show Bold.thm --key fonts/mainFont/weight"));
+    QCOMPARE(text.output,
+             QStringLiteral("Bold, Bold.thm\n\nfonts\n  mainFont/weight  Bold  "
+                            "Bold.thm:1:101, global\n"));
+    const auto inJson = [this](const char *theme) {
+        const QJsonObject shown = objectIn(run(
+                { QStringLiteral("show"), QLatin1String(theme), QStringLiteral("--format=json") }));
+        return valueIn(shown, QStringLiteral("fonts/mainFont/weight"))
+                .value(QLatin1String("value"))
+                .toInt();
+    };
+    QCOMPARE(inJson("Bold.thm"), 700);
+    QCOMPARE(inJson("Book.thm"), 400);
+    const QString differences = run(words("diff Bold.thm Book.thm")).output;
+    QVERIFY2(differences.contains(QLatin1String("  -  fonts/mainFont/weight       Bold    ")),
+             qPrintable(differences));
+    QVERIFY2(differences.contains(QLatin1String("  +  fonts/mainFont/weight       Normal  ")),
+             qPrintable(differences));
+}
+
     QCOMPARE(result.output,
              QStringLiteral("Coast, coast.thm, classes: header\n\n") + lines.join(QLatin1Char('\n'))
                      + QLatin1Char('\n'));
@@ -212,9 +243,11 @@ void tst_ShowCommand::jsonHoldsWhatItemsRead()
             const EffectiveValue &value = values.values.at(i);
             const QJsonObject entry = shown.at(i).toObject();
             QCOMPARE(entry.value(QLatin1String("key")).toString(), value.key);
-            const QJsonValue expected = value.value.userType() == QMetaType::QColor
-                    ? QJsonValue(ValueFormats::text(value.value))
-                    : QJsonValue::fromVariant(value.value);
+            QJsonValue expected = QJsonValue::fromVariant(value.value);
+            if (value.value.userType() == QMetaType::QColor)
+                expected = ValueFormats::text(value.value);
+            else if (value.key.endsWith(QLatin1String("/weight")))
+                expected = FontWeight::number(value.value.toInt());
             QCOMPARE(entry.value(QLatin1String("value")), expected);
             ++compared;
         }
