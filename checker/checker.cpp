@@ -4,10 +4,12 @@
 #include "checker/stylerules.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -277,6 +279,35 @@ private:
             }
             problems += findings.problems();
         }
+        return problems + checkNames(folder);
+    }
+
+    /// What Qt doesn't list, so that neither the catalogue nor this finds it by other means.
+    QVector<Problem> checkNames(const Folder &folder) const
+    {
+        QVector<Problem> problems;
+#if defined(Q_OS_UNIX)
+        std::error_code error;
+        const std::filesystem::directory_iterator end;
+        for (std::filesystem::directory_iterator file(
+                     QFile::encodeName(folder.paths.filePath).toStdString(), error);
+             !error && file != end; file.increment(error)) {
+            const QByteArray bytes = QByteArray::fromStdString(file->path().filename().native());
+            const QString name = QString::fromUtf8(bytes);
+            if (name.toUtf8() == bytes
+                || !name.endsWith(QLatin1String(".thm"), Qt::CaseInsensitive))
+                continue;
+            const Document nothing = Document::plain(QByteArray());
+            Findings findings(shownPath(folder, name), nothing);
+            findings.add(
+                    Code::UnreadableFile, Range{ 0, 0 },
+                    QStringLiteral("the name of this file is not in UTF-8, so it is passed over"),
+                    QStringLiteral("rename the file"));
+            problems += findings.problems();
+        }
+        std::sort(problems.begin(), problems.end(),
+                  [](const Problem &a, const Problem &b) { return a.file < b.file; });
+#endif
         return problems;
     }
 

@@ -14,6 +14,8 @@ namespace {
 // differently.
 const int boldThreshold = QFont::Medium;
 
+const int usualSize = 12;
+
 /// The fonts in the order in which the plugin reads them.
 const char *const fontKeys[] = { "main", "alternate", "h1", "h2", "h3", "h4" };
 
@@ -81,11 +83,13 @@ private:
         const QString name = family->node.value.toString();
         if (m_context.fonts.isInstalled(name))
             return;
+        // Of a size that it can't draw the font database tells no family.
+        QFont asked = fontOf(m_result, font.key);
+        asked.setPointSize(usualSize);
         m_findings.add(Code::FamilyNotInstalled, family->node.range,
                        QStringLiteral("the family %1 is not installed on this machine, which takes "
                                       "%2 instead")
-                               .arg(Words::quoted(name),
-                                    Words::quoted(QFontInfo(fontOf(m_result, font.key)).family())));
+                               .arg(Words::quoted(name), Words::quoted(QFontInfo(asked).family())));
     }
 
     void checkSize(const Node::Member &font)

@@ -16,6 +16,8 @@
 #include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
+#include <cstdio>
+#include <fstream>
 #include <random>
 
 class tst_Agreement : public TestCase
@@ -24,6 +26,7 @@ class tst_Agreement : public TestCase
 
 private Q_SLOTS:
     void droppedThemes();
+    void namesThatAreNotUtf8();
     void renameThatIsToldMends();
     void valuesOfScratchThemes();
     void leavesNothingBehind();
@@ -173,6 +176,21 @@ void tst_Agreement::droppedThemes()
 }
 
 /// Renames what the checker says is to be renamed, and loads the folder.
+/// Qt lists no such file, so neither the catalogue nor a QTemporaryDir that is removed knows of it.
+void tst_Agreement::namesThatAreNotUtf8()
+{
+    write(QStringLiteral("t/a.thm"), R"({ "title": "A" })");
+    const std::string path = QFile::encodeName(folder()).toStdString() + "/t/b\xff.thm";
+    std::ofstream(path) << R"({ "title": "B" })";
+    const int rowsBefore = ThemeManager::getInstance()->rowCount();
+    ThemeManager::getInstance()->loadThemes(folder() + QStringLiteral("/t"));
+    const CheckReport report = checkThemes({ folder() + QStringLiteral("/t") });
+    QCOMPARE(std::remove(path.c_str()), 0);
+    QCOMPARE(catalogued(rowsBefore), QStringList(QStringLiteral("a.thm")));
+    QCOMPARE(toldAsDropped(report), QStringList(QStringLiteral("b\uFFFD.thm")));
+    QCOMPARE(report.problems.size(), 1);
+}
+
 void tst_Agreement::renameThatIsToldMends()
 {
     const QString path = folder() + QLatin1String("/chain");
