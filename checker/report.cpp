@@ -173,9 +173,16 @@ QString Report::summary(const CheckReport &report)
         if (count > 0)
             counts.append(Words::counted(count, Codes::severityName(severity)));
     }
-    return QStringLiteral("%1: %2").arg(Words::counted(report.themes, QStringLiteral("theme")),
-                                        counts.isEmpty() ? QStringLiteral("no problem")
-                                                         : counts.join(QLatin1String(", ")));
+    const int failures = int(report.failures.size());
+    if (failures > 0 && report.themes == 0 && counts.isEmpty())
+        return QStringLiteral("nothing was checked");
+    const QString result = QStringLiteral("%1: %2").arg(
+            Words::counted(report.themes, QStringLiteral("theme")),
+            counts.isEmpty() ? QStringLiteral("no problem") : counts.join(QLatin1String(", ")));
+    return failures == 0 ? result
+                         : result
+                    + QStringLiteral("; %1 could not be checked")
+                              .arg(Words::counted(failures, QStringLiteral("path")));
 }
 
 QByteArray Report::json(const CheckReport &report)

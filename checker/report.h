@@ -20,7 +20,8 @@ struct TextStyle
 /// the last line. What could control a terminal is replaced in texts from files.
 QString text(const CheckReport &report, TextStyle style);
 
-/// The last line of text().
+/// The last line of text(): what was checked and found, and whether some of it could not be
+/// checked.
 QString summary(const CheckReport &report);
 
 /// One object in one line, described in docs/checker.md.

@@ -231,8 +231,14 @@ void tst_CheckCommand::exitCodes_data()
     row("one file", "check mixed/clean.thm", 0, "1 theme: no problem");
     row("two files", "check mixed/clean.thm mixed/error.thm", 1, "2 themes: 1 error");
     row("two folders", "check clean error", 1, "2 themes: 1 error");
-    row("missing folder", "check nowhere", 2, "0 themes: no problem");
-    row("folder without themes", "check empty", 2, "0 themes: no problem");
+    row("missing folder", "check nowhere", 2, "nothing was checked");
+    row("folder without themes", "check empty", 2, "nothing was checked");
+    row("folder without themes, but with a style", "check styled", 2,
+        "0 themes: 1 error; 1 path could not be checked");
+    row("one of two folders missing", "check clean nowhere", 2,
+        "1 theme: no problem; 1 path could not be checked");
+    row("two of three folders missing", "check error nowhere neither", 2,
+        "1 theme: 1 error; 2 paths could not be checked");
 }
 
 void tst_CheckCommand::exitCodes()
@@ -243,6 +249,7 @@ void tst_CheckCommand::exitCodes()
     write(QStringLiteral("clean/a.thm"), R"({ "title": "A" })");
     write(QStringLiteral("note/a.thm"), R"({ "title": "A", "global":
         { "fonts": { "main": { "family": "No Such Family", "pointSize": 16 } } } })");
+    write(QStringLiteral("styled/styles/Card.qml"), "import QtQml 2.0\nQtObject {\n");
     write(QStringLiteral("warning/a.thm"), R"({ "title": "A", "a": {} })");
     write(QStringLiteral("error/a.thm"), R"({ "title": "" })");
     write(QStringLiteral("mixed/clean.thm"), R"({ "title": "A" })");
@@ -290,7 +297,7 @@ void tst_CheckCommand::whatMayNotBeReadIsTold()
                            "[unreadable-file]\n"
                            "t/styles:1:1: error: this folder can't be read, so it is passed over "
                            "[unreadable-file]\n"
-                           "2 themes: 3 errors\n"));
+                           "2 themes: 3 errors; 1 path could not be checked\n"));
     QCOMPARE(result.errors,
              QStringLiteral(TOOL_NAME " check: the folder \"closed\" can't be read\n"));
     QCOMPARE(result.exitCode, 2);
