@@ -1,6 +1,7 @@
 #include "checker/codes.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 
 /// The resources of a static library have to be asked for, outside of any namespace.
 static void registerResources()
@@ -128,6 +129,29 @@ QString Codes::page(Code code)
         return QString();
     const auto body = begin + heading.size();
     return text.mid(body, text.indexOf(QLatin1String("\n## "), body) - body).trimmed();
+}
+
+QString Codes::text(Code code)
+{
+    const QLatin1String fence("```");
+    QStringList lines;
+    bool isExample = false;
+    bool hasExample = false;
+    const QStringList pageLines = page(code).split(QLatin1Char('\n'));
+    for (const QString &line : pageLines) {
+        if (!line.startsWith(fence)) {
+            static const QRegularExpression emphasis(QStringLiteral("\\*(\\w[^*]*\\w)\\*"));
+            QString words = line;
+            lines.append(isExample ? QStringLiteral("    ") + line
+                                   : words.replace(emphasis, QStringLiteral("\\1")));
+            continue;
+        }
+        isExample = !isExample;
+        if (isExample)
+            lines += { QLatin1String(hasExample ? "Mended:" : "Example:"), QString() };
+        hasExample = true;
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 const CodeInfo *Codes::find(const QString &name)

@@ -86,9 +86,11 @@ const QVector<CodeInfo> &all();
 
 const CodeInfo &info(Code code);
 
-/// What `tavolins explain` tells of it, in Markdown: the part of docs/checker-codes.md below its
-/// heading.
+/// What is told of it, in Markdown: the part of docs/checker-codes.md below its heading.
 QString page(Code code);
+
+/// The same as plain text, the examples labelled and indented.
+QString text(Code code);
 
 /// The code that is called \a name; null if there is none.
 const CodeInfo *find(const QString &name);

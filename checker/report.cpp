@@ -126,7 +126,7 @@ QJsonArray sarifRules()
                 { QStringLiteral("id"), info.name },
                 { QStringLiteral("shortDescription"), textObject(info.summary) },
                 { QStringLiteral("help"),
-                  QJsonObject{ { QStringLiteral("text"), Codes::page(info.code) },
+                  QJsonObject{ { QStringLiteral("text"), Codes::text(info.code) },
                                { QStringLiteral("markdown"), Codes::page(info.code) } } },
                 { QStringLiteral("defaultConfiguration"),
                   QJsonObject{ { QStringLiteral("level"), sarifLevel(info.severity) } } },

@@ -28,6 +28,6 @@ int runExplain(const QStringList &arguments)
     }
     print(QStringLiteral("%1 (%2): %3\n\n%4\n")
                   .arg(info->name, Codes::severityName(info->severity), info->summary,
-                       Codes::page(info->code)));
+                       Codes::text(info->code)));
     return Success;
 }

@@ -525,7 +525,12 @@ void tst_CheckCommand::explains()
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QString());
     QVERIFY(result.output.startsWith(QLatin1String("bad-radius (error): ")));
-    QVERIFY(result.output.contains(QLatin1String("\"radius\": 4.5")));
+    QVERIFY2(result.output.contains(QRegularExpression(
+                     QStringLiteral(
+                             "\n\nExample:\n\n    \\{[^\n]*\"radius\": 4.5.*\n\nMended:\n\n    "
+                             "\\{.*\\}\n$"),
+                     QRegularExpression::DotMatchesEverythingOption)),
+             qPrintable(result.output));
 }
 
 void tst_CheckCommand::ownThemesAreClean_data()

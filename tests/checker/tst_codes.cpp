@@ -16,6 +16,8 @@ private Q_SLOTS:
     void names();
     void page_data();
     void page();
+    void textHasNoMarkup_data();
+    void textHasNoMarkup();
     void pagesAreOfCodesOnly();
     void examples_data();
     void examples();
@@ -88,6 +90,39 @@ void tst_Codes::pagesAreOfCodesOnly()
             headings.append(line.mid(3));
     }
     QCOMPARE(headings, Codes::names());
+}
+
+void tst_Codes::textHasNoMarkup_data()
+{
+    QTest::addColumn<int>("code");
+    for (const CodeInfo &info : Codes::all())
+        QTest::newRow(qPrintable(info.name)) << int(info.code);
+}
+
+/// All words of the page, its examples indented below a label, and no signs of Markdown.
+void tst_Codes::textHasNoMarkup()
+{
+    QFETCH(int, code);
+    const QString text = Codes::text(Code(code));
+    static const QRegularExpression markup(QStringLiteral("```|\\*\\w|\\]\\("));
+    QVERIFY2(!text.contains(markup), qPrintable(text));
+    const QStringList examples = examplesOf(Codes::info(Code(code)));
+    QStringList labels;
+    if (!examples.isEmpty())
+        labels = QStringList{ QStringLiteral("Example:"), QStringLiteral("Mended:") };
+    for (int i = 0; i < examples.size(); ++i) {
+        QString indented = examples.at(i).trimmed();
+        indented.replace(QLatin1Char('\n'), QLatin1String("\n    "));
+        const QString expected = labels.at(i) + QStringLiteral("\n\n    ") + indented;
+        QVERIFY2(text.contains(expected), qPrintable(text));
+    }
+    QString words = text;
+    for (const QString &label : labels)
+        words.remove(label);
+    words.remove(QLatin1Char('*'));
+    QString page = Codes::page(Code(code));
+    page.remove(QLatin1String("```json")).remove(QLatin1String("```")).remove(QLatin1Char('*'));
+    QCOMPARE(words.simplified(), page.simplified());
 }
 
 void tst_Codes::examples_data()
