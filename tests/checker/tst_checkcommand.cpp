@@ -1,5 +1,6 @@
 // `tavolins check` and `tavolins explain` as commands: arguments, output, exit codes.
 
+#include "support/programrun.h"
 #include "support/testcase.h"
 
 #include <QtCore/QDir>
@@ -8,7 +9,6 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
-#include <QtCore/QStandardPaths>
 #include <QtTest/QtTest>
 
 class tst_CheckCommand : public TestCase
@@ -64,11 +64,6 @@ private:
 namespace {
 
 const int timeoutMilliseconds = 60000;
-
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 QString contentOf(const char *path)
 {
@@ -445,8 +440,9 @@ void tst_CheckCommand::noColorsWhenPiped()
 
 void tst_CheckCommand::colorsAndSourceOnATerminal()
 {
-    if (QStandardPaths::findExecutable(QStringLiteral("script")).isEmpty())
-        QSKIP("script, which makes a terminal, is not installed");
+    QString why;
+    if (!hasTerminals(&why))
+        QSKIP(qPrintable(why));
     write(QStringLiteral("t/a.thm"), R"({ "title": "" })");
     const Result result = runOnTerminal(QStringLiteral("check t"),
                                         { QStringLiteral("TERM=xterm") });
@@ -471,8 +467,9 @@ void tst_CheckCommand::colorsAreLeftOutOnRequest_data()
 
 void tst_CheckCommand::colorsAreLeftOutOnRequest()
 {
-    if (QStandardPaths::findExecutable(QStringLiteral("script")).isEmpty())
-        QSKIP("script, which makes a terminal, is not installed");
+    QString why;
+    if (!hasTerminals(&why))
+        QSKIP(qPrintable(why));
     QFETCH(QString, arguments);
     QFETCH(QString, variable);
     write(QStringLiteral("t/a.thm"), R"({ "title": "" })");

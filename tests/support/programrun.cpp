@@ -1,6 +1,28 @@
 #include "support/programrun.h"
 
 #include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+
+QStringList words(const char *line)
+{
+    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+bool hasTerminals(QString *why)
+{
+    const QString script = QStandardPaths::findExecutable(QStringLiteral("script"));
+    if (script.isEmpty()) {
+        *why = QStringLiteral("script, which makes a terminal, is not installed");
+        return false;
+    }
+    const ProgramRun trial = runProgram(
+            script,
+            { QStringLiteral("-qec"), QStringLiteral("test -t 1"), QStringLiteral("/dev/null") },
+            QStringLiteral("/"));
+    if (trial.exitCode != 0)
+        *why = QStringLiteral("no terminal can be made here: ") + trial.errors.trimmed();
+    return trial.exitCode == 0;
+}
 
 ProgramRun runProgram(const QString &program, const QStringList &arguments, const QString &folder)
 {

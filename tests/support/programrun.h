@@ -12,6 +12,13 @@ struct ProgramRun
     QString errors;
 };
 
+/// The words of \a line, as arguments.
+QStringList words(const char *line);
+
+/// Whether a program can be run on a terminal of its own, by `script`; if not, \a why says what is
+/// missing.
+bool hasTerminals(QString *why);
+
 /// Runs \a program with \a arguments in \a folder, as on a machine without a display, in which
 /// nothing is prepared for it.
 ProgramRun runProgram(const QString &program, const QStringList &arguments, const QString &folder);

@@ -51,11 +51,6 @@ private:
 
 namespace {
 
-QStringList words(const char *line)
-{
-    return QString::fromLatin1(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 QJsonObject objectIn(const ProgramRun &run)
 {
     return QJsonDocument::fromJson(run.output.toUtf8()).object();
