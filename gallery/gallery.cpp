@@ -116,6 +116,7 @@ int runGallery(int &argc, char *argv[])
         PrintingReport report;
         return writePictures({ folder, commandLine.shotFolder(), QString(), QSize(), true },
                              &report)
+                        == PictureResult::Written
                 ? Success
                 : Failed;
     }

@@ -33,30 +33,30 @@ QString titleOf(const QString &path)
 }
 
 /// The themes of \a order that can be shown, in the order of the catalogue. Tells about those that
-/// can't.
-QVector<Theme *> showableThemes(const PictureOrder &order, PictureReport *report)
+/// can't. \a isFound tells whether there are any of the one kind or the other.
+QVector<Theme *> showableThemes(const PictureOrder &order, PictureReport *report, bool *isFound)
 {
     const auto isOrdered = [&order](const QString &path) {
         return order.title.isEmpty() || titleOf(path) == order.title;
     };
     QStringList broken;
-    bool isFound = false;
     const QVector<Problem> problems = themeFaults(order.themes);
     for (const Problem &problem : problems) {
         // What is hidden, say, is told as a note: it is no theme in the first place.
         if (problem.severity != Severity::Error || !isOrdered(problem.file))
             continue;
-        isFound = true;
         report->failed(lineOf(problem));
         broken.append(QFileInfo(problem.file).absoluteFilePath());
     }
+    *isFound = !broken.isEmpty();
     QVector<Theme *> themes;
     const QVector<Theme *> candidates = cataloguedThemes();
     for (Theme *theme : candidates) {
         if (!broken.contains(theme->filename()) && isOrdered(theme->filename()))
             themes.append(theme);
     }
-    if (themes.isEmpty() && !isFound)
+    *isFound = *isFound || !themes.isEmpty();
+    if (!*isFound)
         report->failed(QStringLiteral("no theme in \"%1\" is titled \"%2\"")
                                .arg(order.themes, order.title));
     return themes;
@@ -89,9 +89,8 @@ private:
     bool m_isWell = true;
 };
 
-void writeAll(const PictureOrder &order, PictureReport *report)
+void writeAll(const PictureOrder &order, const QVector<Theme *> &themes, PictureReport *report)
 {
-    const QVector<Theme *> themes = showableThemes(order, report);
     if (!QDir().mkpath(order.destination)) {
         report->failed(QStringLiteral("can't create the folder \"%1\"").arg(order.destination));
         return;
@@ -141,11 +140,15 @@ void writeAll(const PictureOrder &order, PictureReport *report)
 
 PictureReport::~PictureReport() = default;
 
-bool writePictures(const PictureOrder &order, PictureReport *report)
+PictureResult writePictures(const PictureOrder &order, PictureReport *report)
 {
     CountingReport counting(report);
-    writeAll(order, &counting);
-    return counting.isWell();
+    bool isFound = false;
+    const QVector<Theme *> themes = showableThemes(order, &counting, &isFound);
+    if (!isFound)
+        return PictureResult::NoSuchTheme;
+    writeAll(order, themes, &counting);
+    return counting.isWell() ? PictureResult::Written : PictureResult::Incomplete;
 }
 
 QSize smallestPicture()

@@ -17,6 +17,15 @@ public:
     virtual void failed(const QString &problem) = 0;
 };
 
+enum class PictureResult {
+    /// All that was ordered.
+    Written,
+    /// A theme is broken, or a picture could not be written.
+    Incomplete,
+    /// No theme has the title of the order.
+    NoSuchTheme
+};
+
 struct PictureOrder
 {
     /// The folder of themes, as it is to be named in messages.
@@ -36,8 +45,7 @@ struct PictureOrder
 ///
 /// The catalogue has to hold the themes of that folder. A theme that is broken gets no picture and
 /// keeps none of the others from theirs; a picture that can't be written ends the work.
-/// \return whether nothing went wrong.
-bool writePictures(const PictureOrder &order, PictureReport *report);
+PictureResult writePictures(const PictureOrder &order, PictureReport *report);
 
 /// The smallest pictures in which the window is not cut.
 QSize smallestPicture();

@@ -76,13 +76,19 @@ int runShot(const QStringList &arguments)
             QStringLiteral("shot"),
             QStringLiteral("Writes a picture of each theme of a folder and prints their "
                            "paths. Needs no display.\n\nA picture shows the gallery's window "
-                           "and is named after the theme file. Broken themes get none. Exit "
-                           "code: 0 when all pictures are written, 1 when some are not, 2 on "
-                           "wrong use."));
+                           "and is named after the theme file. A theme that is broken gets no "
+                           "picture and is told on standard error with the place of its mistake; "
+                           "the others get theirs.\n\n"
+                           "Exit codes:\n"
+                           "  0  all pictures are written\n"
+                           "  1  some are not\n"
+                           "  2  wrong arguments, a folder without themes, or a title that none "
+                           "has"));
     QCommandLineParser &parser = command.parser();
     const QCommandLineOption output(
             QStringList{ QStringLiteral("o"), QStringLiteral("output") },
-            QStringLiteral("Where to write to; created when it does not exist."),
+            QStringLiteral("Where to write to; has to be given, and is created when it "
+                           "does not exist."),
             QStringLiteral("DIR"));
     const QCommandLineOption size(QStringLiteral("size"),
                                   QStringLiteral("Width and height in pixels. Default: 1280x740."),
@@ -91,7 +97,8 @@ int runShot(const QStringList &arguments)
                                    QStringLiteral("Only the theme of that title."),
                                    QStringLiteral("TITLE"));
     parser.addOptions({ output, size, title });
-    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folder of themes."));
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folder of themes."),
+                                 QStringLiteral("FOLDER -o DIR"));
     if (!command.parse(arguments))
         return command.exitCode();
     const QStringList folders = parser.positionalArguments();
@@ -122,5 +129,13 @@ int runShot(const QStringList &arguments)
         return command.complain(QStringLiteral("no theme in \"%1\"; themes are files named *.thm")
                                         .arg(order.themes));
     TerminalReport report(command);
-    return writePictures(order, &report) ? Success : ProblemsFound;
+    switch (writePictures(order, &report)) {
+    case PictureResult::Written:
+        return Success;
+    case PictureResult::Incomplete:
+        return ProblemsFound;
+    case PictureResult::NoSuchTheme:
+        break;
+    }
+    return UsageError;
 }

@@ -81,15 +81,19 @@ void tst_ShotCommand::oneThemeOnly()
 {
     writeThemes();
     write(QStringLiteral("themes/broken.thm"), "{");
+    write(QStringLiteral("themes/late.thm"), "{\"title\": \"LATE\", \"extends\": \"N\"}");
     const ProgramRun result = run(words("shot themes -o shots --theme RED"));
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.output, QStringLiteral("shots/red.png\n"));
     QCOMPARE(result.exitCode, 0);
 
-    const ProgramRun unknown = run(words("shot themes -o shots --theme BLUE"));
-    QCOMPARE(unknown.errors,
-             QStringLiteral(TOOL_NAME " shot: no theme in \"themes\" is titled \"BLUE\"\n"));
-    QCOMPARE(unknown.exitCode, 1);
+    const ProgramRun brokenOne = run({ QStringLiteral("shot"), QStringLiteral("themes"),
+                                       QStringLiteral("-o"), QStringLiteral("shots"),
+                                       QStringLiteral("--theme=LATE") });
+    QVERIFY2(brokenOne.errors.startsWith(
+                     QLatin1String(TOOL_NAME " shot: themes/late.thm:1:30: error: ")),
+             qPrintable(brokenOne.errors));
+    QCOMPARE(brokenOne.exitCode, 1);
 }
 
 void tst_ShotCommand::brokenThemesDoNotKeepOthersFromTheirPictures()
@@ -156,6 +160,9 @@ void tst_ShotCommand::wrongUse_data()
     QTest::newRow("folder that is not there")
             << words("shot nowhere -o shots") << QStringLiteral("there is no folder \"nowhere\"");
     QTest::newRow("folder without themes")
+    QTest::newRow("title that no theme has")
+            << words("shot themes -o shots --theme BLUE")
+            << QStringLiteral("no theme in \"themes\" is titled \"BLUE\"\n");
             << words("shot . -o shots")
             << QStringLiteral("no theme in \".\"; themes are files named *.thm");
 }
