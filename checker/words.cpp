@@ -94,6 +94,14 @@ QString Words::harmless(const QString &text)
     return result;
 }
 
+QString Words::unsentenced(QString sentence)
+{
+    sentence[0] = sentence.at(0).toLower();
+    if (sentence.endsWith(QLatin1Char('.')))
+        sentence.chop(1);
+    return sentence;
+}
+
 QString Words::number(double number)
 {
     return QString::number(number, 'g', 6);

@@ -19,6 +19,10 @@ QString nearest(const QString &word, const QStringList &candidates);
 /// \a text with a mark in the place of each character that could control a terminal.
 QString harmless(const QString &text);
 
+/// \a sentence as it goes on behind the name of a program and a colon: without a capital and a full
+/// stop.
+QString unsentenced(QString sentence);
+
 /// \a number without needless digits.
 QString number(double number);
 

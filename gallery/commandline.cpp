@@ -1,5 +1,7 @@
 #include "gallery/commandline.h"
 
+#include "checker/words.h"
+
 CommandLine::CommandLine()
     : m_help(QStringList{ QStringLiteral("h"), QStringLiteral("help") },
              QStringLiteral("Shows this text."))
@@ -36,11 +38,11 @@ bool CommandLine::parse(const QStringList &arguments)
 {
     m_error.clear();
     if (!m_parser.parse(arguments))
-        m_error = m_parser.errorText();
+        m_error = Words::unsentenced(m_parser.errorText());
     else if (m_parser.positionalArguments().size() > 1)
-        m_error = QStringLiteral("Only one folder can be shown.");
+        m_error = QStringLiteral("only one folder can be shown");
     else if (m_parser.isSet(m_shot) && shotFolder().isEmpty())
-        m_error = QStringLiteral("The folder of --shot is empty.");
+        m_error = QStringLiteral("the folder of --shot is empty");
     return m_error.isEmpty();
 }
 

@@ -1,7 +1,6 @@
 #include "checker/checker.h"
 #include "checker/report.h"
 #include "checker/themewatch.h"
-#include "checker/words.h"
 #include "tool/command.h"
 #include "tool/modulepath.h"
 #include "tool/subcommands.h"
@@ -107,18 +106,18 @@ private:
         const QCommandLineParser &parser = m_command.parser();
         m_paths = parser.positionalArguments();
         if (m_paths.isEmpty())
-            return QStringLiteral("Name a folder of themes, or theme files.");
+            return QStringLiteral("name a folder of themes, or theme files");
         const QString format = parser.value(m_format);
-        if (!QStringList(
-                     { QStringLiteral("text"), QStringLiteral("json"), QStringLiteral("sarif") })
-                     .contains(format))
-            return QStringLiteral("The format \"%1\" is not text, json or sarif.").arg(format);
-        if (!Terminal::isColorChoice(parser.value(m_color)))
-            return QStringLiteral("The value \"%1\" of --color is not auto, always or never.")
-                    .arg(parser.value(m_color));
+        const QStringList formats{ QStringLiteral("text"), QStringLiteral("json"),
+                                   QStringLiteral("sarif") };
+        if (!formats.contains(format))
+            return notOneOf(QStringLiteral("format"), format, formats);
+        QString problem = Terminal::colorProblem(parser.value(m_color));
+        if (!problem.isEmpty())
+            return problem;
         if (parser.isSet(m_watch) && format == QLatin1String("sarif"))
-            return QStringLiteral("--watch goes with the formats text and json only.");
-        QString problem = readCodes();
+            return QStringLiteral("--watch goes with the formats text and json only");
+        problem = readCodes();
         if (!problem.isEmpty())
             return problem;
         m_options.warningsAreErrors = parser.isSet(m_werror);
@@ -132,8 +131,8 @@ private:
                 return QString();
             }
         }
-        return QStringLiteral("The contrast \"%1\" is not AA, AAA or off.")
-                .arg(parser.value(m_contrast));
+        return notOneOf(QStringLiteral("contrast"), parser.value(m_contrast),
+                        { QStringLiteral("AA"), QStringLiteral("AAA"), QStringLiteral("off") });
     }
 
     QString readCodes()
@@ -144,7 +143,7 @@ private:
         if (problem.isEmpty())
             problem = readCodes(parser.values(m_disable), &m_options.disabled);
         if (problem.isEmpty() && parser.isSet(m_only) && only.isEmpty())
-            problem = QStringLiteral("--only names no code.");
+            problem = QStringLiteral("--only names no code");
         if (parser.isSet(m_only)) {
             for (const CodeInfo &info : Codes::all()) {
                 if (!only.contains(info.code))
@@ -161,13 +160,8 @@ private:
             if (name.isEmpty())
                 continue;
             const CodeInfo *info = Codes::find(name);
-            if (!info) {
-                const QString nearest = Words::nearest(name, Codes::names());
-                return QStringLiteral("There is no code \"%1\".%2")
-                        .arg(name,
-                             nearest.isEmpty() ? QString()
-                                               : QStringLiteral(" Did you mean %1?").arg(nearest));
-            }
+            if (!info)
+                return noSuchCode(name);
             codes->insert(info->code);
         }
         return QString();

@@ -1,5 +1,6 @@
 #include "tool/command.h"
 
+#include "checker/codes.h"
 #include "checker/words.h"
 
 #include <cerrno>
@@ -19,6 +20,24 @@ bool write(FILE *stream, const QString &text)
 }
 
 } // namespace
+
+QString orList(const QStringList &words)
+{
+    return words.mid(0, words.size() - 1).join(QLatin1String(", ")) + QStringLiteral(" or ")
+            + words.last();
+}
+
+QString notOneOf(const QString &what, const QString &value, const QStringList &words)
+{
+    return QStringLiteral("the %1 \"%2\" is not %3").arg(what, value, orList(words));
+}
+
+QString noSuchCode(const QString &name)
+{
+    const QString nearest = Words::nearest(name, Codes::names());
+    return QStringLiteral("there is no code \"%1\"").arg(name)
+            + (nearest.isEmpty() ? QString() : QStringLiteral("; did you mean %1?").arg(nearest));
+}
 
 void print(const QString &text)
 {
@@ -53,7 +72,7 @@ Command::Command(const QString &name, const QString &description)
 bool Command::parse(const QStringList &arguments)
 {
     if (!m_parser.parse(QStringList(QStringLiteral(TOOL_NAME " ") + m_name) + arguments)) {
-        m_exitCode = refuse(m_parser.errorText());
+        m_exitCode = refuse(Words::unsentenced(m_parser.errorText()));
         return false;
     }
     if (m_parser.isSet(m_help)) {

@@ -30,7 +30,8 @@ public:
 
     int exitCode() const { return m_exitCode; }
 
-    /// Writes \a message on standard error. \return UsageError, to end with.
+    /// Writes \a message on standard error, where it follows the names of program and subcommand:
+    /// it begins with a small letter and has no full stop. \return UsageError, to end with.
     int complain(const QString &message) const;
 
     /// Says that an argument is wrong and where help is. \return UsageError, to end with.
@@ -42,6 +43,16 @@ private:
     QCommandLineOption m_help;
     int m_exitCode = Success;
 };
+
+/// \a words as "text, json or sarif".
+QString orList(const QStringList &words);
+
+/// What to say of the \a value of an option for \a what that is none of \a words: "the format "xml"
+/// is not text or json".
+QString notOneOf(const QString &what, const QString &value, const QStringList &words);
+
+/// What to say of a \a name that no code of `check` has, with the one that may be meant.
+QString noSuchCode(const QString &name);
 
 /// Writes \a text on standard output.
 void print(const QString &text);

@@ -1,5 +1,4 @@
 #include "checker/codes.h"
-#include "checker/words.h"
 #include "tool/command.h"
 #include "tool/subcommands.h"
 
@@ -16,16 +15,10 @@ int runExplain(const QStringList &arguments)
         return command.exitCode();
     const QStringList names = command.parser().positionalArguments();
     if (names.size() != 1)
-        return command.refuse(QStringLiteral("Name one code."));
+        return command.refuse(QStringLiteral("name one code"));
     const CodeInfo *info = Codes::find(names.first());
-    if (!info) {
-        const QString nearest = Words::nearest(names.first(), Codes::names());
-        return command.refuse(
-                QStringLiteral("There is no code \"%1\".%2")
-                        .arg(names.first(),
-                             nearest.isEmpty() ? QString()
-                                               : QStringLiteral(" Did you mean %1?").arg(nearest)));
-    }
+    if (!info)
+        return command.refuse(noSuchCode(names.first()));
     print(QStringLiteral("%1 (%2): %3\n\n%4\n")
                   .arg(info->name, Codes::severityName(info->severity), info->summary,
                        Codes::text(info->code)));

@@ -54,21 +54,24 @@ int runNew(const QStringList &arguments)
                     "working folder."),
             QStringLiteral("FILE"));
     parser.addOptions({ background, accent, output });
-    parser.addPositionalArgument(QStringLiteral("NAME"), QStringLiteral("The title of the theme."));
+    parser.addPositionalArgument(
+            QStringLiteral("NAME"),
+            QStringLiteral("The title of the theme, as applications show it in "
+                           "a list of themes. The file is named after it."));
     if (!command.parse(arguments))
         return command.exitCode();
     const QStringList names = parser.positionalArguments();
     if (names.size() != 1 || names.first().isEmpty())
-        return command.refuse(QStringLiteral("One name has to be given."));
+        return command.refuse(QStringLiteral("one name has to be given"));
     for (const QCommandLineOption &option : { background, accent }) {
         if (!isUsable(QColor(parser.value(option))))
-            return command.refuse(QStringLiteral("--%1 takes an opaque color, as in \"#1f6f8b\".")
+            return command.refuse(QStringLiteral("--%1 takes an opaque color, as in \"#1f6f8b\"")
                                           .arg(option.names().constFirst()));
     }
     const QString path = parser.isSet(output) ? parser.value(output) : fileNameOf(names.first());
     if (path.isEmpty())
         return command.refuse(
-                QStringLiteral("The name makes no file name; --output FILE gives one."));
+                QStringLiteral("the name makes no file name; --output FILE gives one"));
 
     QFile file(path);
     // Asked for in one step, so that nothing is lost to a file that appears meanwhile.

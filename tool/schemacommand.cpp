@@ -21,13 +21,13 @@ int runSchema(const QStringList &arguments)
     if (!command.parse(arguments))
         return command.exitCode();
     if (!parser.positionalArguments().isEmpty())
-        return command.refuse(QStringLiteral("There is nothing to name."));
+        return command.refuse(QStringLiteral("there is nothing to name"));
+    const QStringList formats{ QStringLiteral("json"), QStringLiteral("markdown") };
+    if (!formats.contains(parser.value(format)))
+        return command.refuse(notOneOf(QStringLiteral("format"), parser.value(format), formats));
     if (parser.value(format) == QLatin1String("json"))
         print(QString::fromUtf8(QJsonDocument(themeSchema()).toJson()));
-    else if (parser.value(format) == QLatin1String("markdown"))
-        print(themeReference());
     else
-        return command.refuse(
-                QStringLiteral("There is no format \"%1\".").arg(parser.value(format)));
+        print(themeReference());
     return Success;
 }

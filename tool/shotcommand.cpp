@@ -103,9 +103,9 @@ int runShot(const QStringList &arguments)
         return command.exitCode();
     const QStringList folders = parser.positionalArguments();
     if (folders.size() != 1)
-        return command.refuse(QStringLiteral("One folder has to be named."));
+        return command.refuse(QStringLiteral("one folder has to be named"));
     if (parser.value(output).isEmpty())
-        return command.refuse(QStringLiteral("-o DIR has to be given."));
+        return command.refuse(QStringLiteral("-o DIR has to be given"));
     PictureOrder order;
     order.themes = folders.first();
     order.destination = parser.value(output);
@@ -115,7 +115,7 @@ int runShot(const QStringList &arguments)
         const QSize least = smallestPicture();
         if (order.size.width() < least.width() || order.size.height() < least.height()
             || order.size.width() > largestSide || order.size.height() > largestSide)
-            return command.refuse(QStringLiteral("--size takes WIDTHxHEIGHT, from %1x%2 to %3x%3.")
+            return command.refuse(QStringLiteral("--size takes WIDTHxHEIGHT, from %1x%2 to %3x%3")
                                           .arg(least.width())
                                           .arg(least.height())
                                           .arg(largestSide));

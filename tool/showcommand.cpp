@@ -2,8 +2,8 @@
 #include "checker/valueformats.h"
 #include "tool/command.h"
 #include "tool/subcommands.h"
-#include "tool/terminal.h"
 #include "tool/themeargument.h"
+#include "tool/valueoptions.h"
 
 #include <algorithm>
 
@@ -48,41 +48,29 @@ int runShow(const QStringList &arguments)
                     "names in text, and numbers from 1 to 1000 in json and css: 400 is Normal, "
                     "700 Bold."));
     QCommandLineParser &parser = command.parser();
-    const QCommandLineOption classes(QStringLiteral("class"),
-                                     QStringLiteral("The item's class names, separated by blanks."),
-                                     QStringLiteral("NAMES"));
+    const ValueOptions options(&parser,
+                               { QStringLiteral("text"), QStringLiteral("json"),
+                                 QStringLiteral("css"), QStringLiteral("qml") });
     const QCommandLineOption key(QStringLiteral("key"),
                                  QStringLiteral("Shows only that value, or group of values."),
                                  QStringLiteral("PATH"));
-    const QCommandLineOption format(QStringLiteral("format"),
-                                    QStringLiteral("text (default), json, css or qml."),
-                                    QStringLiteral("FORMAT"), QStringLiteral("text"));
-    const QCommandLineOption folder(QStringLiteral("folder"),
-                                    QStringLiteral("Where themes are looked for by title. Default: "
-                                                   "the working folder."),
-                                    QStringLiteral("DIR"), QStringLiteral("."));
-    const QCommandLineOption color = Terminal::colorOption();
-    parser.addOptions({ classes, key, format, folder, color });
+    parser.addOption(key);
     parser.addPositionalArgument(QStringLiteral("THEME"), QStringLiteral("The theme."));
     if (!command.parse(arguments))
         return command.exitCode();
     const QStringList themes = parser.positionalArguments();
     if (themes.size() != 1)
-        return command.refuse(QStringLiteral("One theme has to be named."));
-    const QStringList formats{ QStringLiteral("text"), QStringLiteral("json"),
-                               QStringLiteral("css"), QStringLiteral("qml") };
-    if (!formats.contains(parser.value(format)))
-        return command.refuse(
-                QStringLiteral("There is no format \"%1\".").arg(parser.value(format)));
-    if (!Terminal::isColorChoice(parser.value(color)))
-        return command.refuse(QStringLiteral("--color takes auto, always or never."));
+        return command.refuse(QStringLiteral("one theme has to be named"));
+    const QString wrong = options.problem();
+    if (!wrong.isEmpty())
+        return command.refuse(wrong);
 
-    const ThemeArgument argument(themes.first(), parser.value(folder));
+    const ThemeArgument argument(themes.first(), options.folder());
     if (!argument.problem().isEmpty())
         command.complain(argument.problem());
     if (!argument.theme())
         return UsageError;
-    const QString classnames = parser.value(classes);
+    const QString classnames = options.classnames();
     EffectiveValues values = EffectiveValues::of(argument.folder(), argument.theme(), classnames);
     if (parser.isSet(key)) {
         const QString path = parser.value(key);
@@ -97,6 +85,6 @@ int runShow(const QStringList &arguments)
             return command.complain(
                     QStringLiteral("an item with these classes has no value \"%1\"").arg(path));
     }
-    print(formatted(values, parser.value(format), Terminal::wantsColors(parser.value(color))));
+    print(formatted(values, options.format(), options.isColored()));
     return argument.problem().isEmpty() ? Success : ProblemsFound;
 }

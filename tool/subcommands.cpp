@@ -54,7 +54,7 @@ int runTool(const QStringList &arguments)
 {
     const QString word = arguments.value(1);
     if (word.isEmpty())
-        return refuse(QStringLiteral("There is no subcommand."));
+        return refuse(QStringLiteral("there is no subcommand"));
     if (word == QLatin1String("-h") || word == QLatin1String("--help")) {
         print(helpText());
         return exitCodeOf(Success);
@@ -67,5 +67,5 @@ int runTool(const QStringList &arguments)
         if (subcommand.name == word)
             return exitCodeOf(subcommand.run(arguments.mid(2)));
     }
-    return refuse(QStringLiteral("There is no subcommand \"%1\".").arg(word));
+    return refuse(QStringLiteral("there is no subcommand \"%1\"").arg(word));
 }

@@ -1,5 +1,7 @@
 #include "tool/terminal.h"
 
+#include "tool/command.h"
+
 #include <QtCore/QtGlobal>
 
 #include <cstdio>
@@ -31,11 +33,12 @@ QCommandLineOption Terminal::colorOption()
                               QStringLiteral("WHEN"), QStringLiteral("auto"));
 }
 
-bool Terminal::isColorChoice(const QString &choice)
+QString Terminal::colorProblem(const QString &choice)
 {
-    return QStringList(
-                   { QStringLiteral("auto"), QStringLiteral("always"), QStringLiteral("never") })
-            .contains(choice);
+    const QStringList choices{ QStringLiteral("auto"), QStringLiteral("always"),
+                               QStringLiteral("never") };
+    return choices.contains(choice) ? QString()
+                                    : notOneOf(QStringLiteral("value of --color"), choice, choices);
 }
 
 bool Terminal::wantsColors(const QString &choice)

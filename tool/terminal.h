@@ -8,8 +8,8 @@ namespace Terminal {
 /// `--color auto|always|never`.
 QCommandLineOption colorOption();
 
-/// Whether \a choice is a value of that option.
-bool isColorChoice(const QString &choice);
+/// What is wrong with \a choice as a value of that option; empty if nothing is.
+QString colorProblem(const QString &choice);
 
 /// Whether what is printed should have colors, by the \a choice that the option makes.
 bool wantsColors(const QString &choice);

@@ -173,28 +173,28 @@ void tst_CheckCommand::wrongUse_data()
     const auto row = [](const char *name, const char *arguments, const char *message) {
         QTest::newRow(name) << QString::fromUtf8(arguments) << QString::fromUtf8(message);
     };
-    row("no subcommand", "", TOOL_NAME ": There is no subcommand.");
-    row("unknown subcommand", "chek", TOOL_NAME ": There is no subcommand \"chek\".");
-    row("no path", "check", TOOL_NAME " check: Name a folder of themes, or theme files.");
-    row("unknown option", "check --strict .", TOOL_NAME " check: Unknown option 'strict'.");
+    row("no subcommand", "", TOOL_NAME ": there is no subcommand");
+    row("unknown subcommand", "chek", TOOL_NAME ": there is no subcommand \"chek\"");
+    row("no path", "check", TOOL_NAME " check: name a folder of themes, or theme files");
+    row("unknown option", "check --strict .", TOOL_NAME " check: unknown option 'strict'");
     row("option without its value", "check . --only",
-        TOOL_NAME " check: Missing value after '--only'.");
+        TOOL_NAME " check: missing value after '--only'");
     row("unknown format", "check --format xml .",
-        TOOL_NAME " check: The format \"xml\" is not text, json or sarif.");
+        TOOL_NAME " check: the format \"xml\" is not text, json or sarif");
     row("unknown color choice", "check --color maybe .",
-        TOOL_NAME " check: The value \"maybe\" of --color is not auto, always or never.");
+        TOOL_NAME " check: the value of --color \"maybe\" is not auto, always or never");
     row("unknown contrast", "check --contrast A .",
-        TOOL_NAME " check: The contrast \"A\" is not AA, AAA or off.");
+        TOOL_NAME " check: the contrast \"A\" is not AA, AAA or off");
     row("unknown code", "check --disable syntax-eror .",
-        TOOL_NAME " check: There is no code \"syntax-eror\". Did you mean syntax-error?");
+        TOOL_NAME " check: there is no code \"syntax-eror\"; did you mean syntax-error?");
     row("unknown code among others", "check --only bad-radius,xyzzy .",
-        TOOL_NAME " check: There is no code \"xyzzy\".");
+        TOOL_NAME " check: there is no code \"xyzzy\"");
     row("watching in a format of one document", "check --watch --format sarif .",
-        TOOL_NAME " check: --watch goes with the formats text and json only.");
-    row("explaining nothing", "explain", TOOL_NAME " explain: Name one code.");
-    row("explaining two", "explain bad-radius empty-file", TOOL_NAME " explain: Name one code.");
+        TOOL_NAME " check: --watch goes with the formats text and json only");
+    row("explaining nothing", "explain", TOOL_NAME " explain: name one code");
+    row("explaining two", "explain bad-radius empty-file", TOOL_NAME " explain: name one code");
     row("explaining an unknown code", "explain radius-bad",
-        TOOL_NAME " explain: There is no code \"radius-bad\".");
+        TOOL_NAME " explain: there is no code \"radius-bad\"");
 }
 
 void tst_CheckCommand::wrongUse()
@@ -244,12 +244,12 @@ void tst_CheckCommand::exitCodes()
     write(QStringLiteral("clean/a.thm"), R"({ "title": "A" })");
     write(QStringLiteral("note/a.thm"), R"({ "title": "A", "global":
         { "fonts": { "main": { "family": "No Such Family", "pointSize": 16 } } } })");
-    write(QStringLiteral("styled/styles/Card.qml"), "import QtQml 2.0\nQtObject {\n");
     write(QStringLiteral("warning/a.thm"), R"({ "title": "A", "a": {} })");
     write(QStringLiteral("error/a.thm"), R"({ "title": "" })");
     write(QStringLiteral("mixed/clean.thm"), R"({ "title": "A" })");
     write(QStringLiteral("mixed/error.thm"), R"({ "title": "" })");
     write(QStringLiteral("empty/readme.txt"), "");
+    write(QStringLiteral("styled/styles/Card.qml"), "import QtQml 2.0\nQtObject {\n");
     const Result result = run(tool(arguments.toUtf8().constData()));
     QCOMPARE(result.output.trimmed().section(QLatin1Char('\n'), -1), lastLine);
     QCOMPARE(result.exitCode, exitCode);

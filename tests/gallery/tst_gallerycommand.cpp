@@ -108,14 +108,14 @@ void tst_GalleryCommand::wrongUse_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("message");
-    QTest::newRow("unknown option") << QStringList{ QStringLiteral("--shoot") }
-                                    << QStringLiteral("Unknown option 'shoot'.");
+    QTest::newRow("unknown option")
+            << QStringList{ QStringLiteral("--shoot") } << QStringLiteral("unknown option 'shoot'");
     QTest::newRow("option without its value") << QStringList{ QStringLiteral("--shot") }
-                                              << QStringLiteral("Missing value after '--shot'.");
+                                              << QStringLiteral("missing value after '--shot'");
     QTest::newRow("empty value") << QStringList{ QStringLiteral("--shot=") }
-                                 << QStringLiteral("The folder of --shot is empty.");
+                                 << QStringLiteral("the folder of --shot is empty");
     QTest::newRow("two folders") << QStringList{ QStringLiteral("a"), QStringLiteral("b") }
-                                 << QStringLiteral("Only one folder can be shown.");
+                                 << QStringLiteral("only one folder can be shown");
 }
 
 void tst_GalleryCommand::wrongUse()

@@ -128,13 +128,13 @@ void tst_ShotCommand::pictureThatCannotBeWritten()
 
 void tst_ShotCommand::showsProgressOnATerminal()
 {
+    QString why;
+    if (!hasTerminals(&why))
+        QSKIP(qPrintable(why));
     writeThemes();
     // Runs what it is given on a terminal of its own.
     const ProgramRun result = runProgram(QStringLiteral("script"),
                                          { QStringLiteral("-qec"),
-    QString why;
-    if (!hasTerminals(&why))
-        QSKIP(qPrintable(why));
                                            QStringLiteral(TOOL_PROGRAM " shot themes -o shots"),
                                            QStringLiteral("/dev/null") },
                                          folder());
@@ -149,20 +149,21 @@ void tst_ShotCommand::wrongUse_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("message");
     QTest::newRow("no folder") << words("shot -o shots")
-                               << QStringLiteral("One folder has to be named.");
-    QTest::newRow("no output") << words("shot themes") << QStringLiteral("-o DIR has to be given.");
+                               << QStringLiteral("one folder has to be named\n");
+    QTest::newRow("no output") << words("shot themes")
+                               << QStringLiteral("-o DIR has to be given\n");
     for (const char *size :
          { "1280", "1280x", "x740", "899x740", "1280x639", "16385x740", "1280x740x2", "-1280x740" })
         QTest::newRow(size) << QStringList{
             QStringLiteral("shot"), QStringLiteral("themes"), QStringLiteral("-o"),
             QStringLiteral("shots"), QStringLiteral("--size=") + QLatin1String(size)
-        } << QStringLiteral("--size takes WIDTHxHEIGHT, from 900x640 to 16384x16384.");
+        } << QStringLiteral("--size takes WIDTHxHEIGHT, from 900x640 to 16384x16384\n");
     QTest::newRow("folder that is not there")
             << words("shot nowhere -o shots") << QStringLiteral("there is no folder \"nowhere\"");
-    QTest::newRow("folder without themes")
     QTest::newRow("title that no theme has")
             << words("shot themes -o shots --theme BLUE")
             << QStringLiteral("no theme in \"themes\" is titled \"BLUE\"\n");
+    QTest::newRow("folder without themes")
             << words("shot . -o shots")
             << QStringLiteral("no theme in \".\"; themes are files named *.thm");
 }
