@@ -61,15 +61,19 @@ QSize GalleryView::smallestSize()
 
 QImage GalleryView::picture()
 {
+    rootObject()->setProperty("isPicture", true);
     show();
     layOut();
-    return pictureOf(*contentItem());
+    const QImage picture = pictureOf(*contentItem());
+    rootObject()->setProperty("isPicture", false);
+    return picture;
 }
 
 QImage GalleryView::controlsPicture()
 {
     QQuickItem *root = rootObject();
     root->setProperty("isPicture", true);
+    root->setProperty("isControlsPicture", true);
     root->setProperty("showsControls", true);
     show();
     layOut();
@@ -94,6 +98,7 @@ QImage GalleryView::controlsPicture()
     ControlStates::drawFocused(page, picture);
 
     root->setProperty("showsControls", false);
+    root->setProperty("isControlsPicture", false);
     root->setProperty("isPicture", false);
     resize(usual);
     return picture;

@@ -9,6 +9,8 @@ Rectangle {
     property bool hasControls: false
     property bool showsControls: false
     property bool isPicture: false
+    // Of the controls alone, with popups opened that would take keys in a window.
+    property bool isControlsPicture: false
 
     readonly property Item controls: controlsLoader.item
     readonly property bool isWide: content.width >= 900
@@ -44,6 +46,7 @@ Rectangle {
         }
         width: 232
         currentTheme: gallery.currentTheme
+        isPicture: gallery.isPicture
         onChosen: function(index) {
             gallery.forceActiveFocus()
             gallery.choose(index)
@@ -99,7 +102,7 @@ Rectangle {
     Binding {
         target: controlsLoader.item
         property: "isPicture"
-        value: gallery.isPicture
+        value: gallery.isControlsPicture
         when: controlsLoader.item
     }
 

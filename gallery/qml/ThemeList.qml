@@ -5,6 +5,8 @@ Rectangle {
     id: sidebar
 
     property QtObject currentTheme
+    // Nothing happens in a picture, so it has no word on that.
+    property bool isPicture: false
 
     readonly property alias count: list.count
 
@@ -84,7 +86,7 @@ Rectangle {
 
         Caption {
             width: parent.width
-            text: "Follows " + sidebar.currentTheme.fileName
+            text: (sidebar.isPicture ? "" : "Follows ") + sidebar.currentTheme.fileName
             color: sidebar.ink
             elide: Text.ElideMiddle
         }
@@ -92,6 +94,7 @@ Rectangle {
         Caption {
             width: parent.width
             text: "Its edits show when saved."
+            visible: !sidebar.isPicture
             color: sidebar.ink
         }
     }

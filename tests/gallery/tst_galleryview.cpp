@@ -26,6 +26,7 @@ private Q_SLOTS:
     void everythingIsShown();
     void nothingIsCutOff_data();
     void nothingIsCutOff();
+    void picturesPromiseNoEdits();
     void listShowsTheCatalogue();
     void clickSwitches();
     void keysSwitch();
@@ -278,6 +279,26 @@ void tst_GalleryView::nothingIsCutOff()
         const QRectF area = text->mapRectToScene(text->boundingRect());
         QVERIFY2(area.left() >= 0 && area.right() <= size.width(), content.constData());
     }
+}
+
+/// What the window says of saving is not in its pictures.
+void tst_GalleryView::picturesPromiseNoEdits()
+{
+    open();
+    const QImage picture = m_view->picture();
+    const QList<QQuickItem *> texts = items("QQuickText");
+    const auto promise = std::find_if(texts.begin(), texts.end(), [](const QQuickItem *text) {
+        return text->property("text").toString() == QLatin1String("Its edits show when saved.");
+    });
+    QVERIFY(promise != texts.end());
+    const QRect area = (*promise)->mapRectToScene((*promise)->boundingRect()).toRect();
+    QVERIFY(picture.rect().contains(area));
+    QSet<QRgb> colors;
+    for (int x = area.left(); x <= area.right(); ++x) {
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            colors.insert(picture.pixel(x, y));
+    }
+    QCOMPARE(colors.size(), 1);
 }
 
 void tst_GalleryView::listShowsTheCatalogue()
