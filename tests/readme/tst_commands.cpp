@@ -19,6 +19,8 @@ private Q_SLOTS:
     void initTestCase();
     void commands_data();
     void commands();
+    void galleryScriptHelpsAtOnce_data();
+    void galleryScriptHelpsAtOnce();
     void exampleRunsByItsCommand();
     void deployedApplicationRuns();
     void followerNoticesReplacedFiles();
@@ -215,6 +217,27 @@ void tst_Commands::exampleRunsByItsCommand()
     const QStringList pieces = Markdown::codeIn(m_readme.prose());
     for (const QString &piece : pieces) {
         if (piece.startsWith(QLatin1String("qml ")))
+void tst_Commands::galleryScriptHelpsAtOnce_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("--help") << QStringList{ QStringLiteral("--help") };
+    QTest::newRow("-h behind others")
+            << QStringList{ QStringLiteral("--qt"), QStringLiteral("6"), QStringLiteral("themes"),
+                            QStringLiteral("-h") };
+}
+
+/// Before anything is installed or built.
+void tst_Commands::galleryScriptHelpsAtOnce()
+{
+    QFETCH(QStringList, arguments);
+    const Result result = run(folder(), m_checkout.filePath(QStringLiteral("scripts/gallery")),
+                              arguments);
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY2(result.output.startsWith("Usage: scripts/gallery "), result.output.constData());
+    QVERIFY2(!result.output.contains("\n== ") && !result.output.contains("set -"),
+             result.output.constData());
+}
+
             commands.append(piece);
     }
     QCOMPARE(commands.size(), 1);
