@@ -36,6 +36,26 @@ function(tavolins_default_qml_dir result)
     set(${result} "${folder}" PARENT_SCOPE)
 endfunction()
 
+# tavolins_is_installed(<result>)
+#
+# Whether the installation of all that is configured has this project's files: a project around it may
+# have excluded it.
+function(tavolins_is_installed result)
+    set(is_installed ON)
+    if(CMAKE_SKIP_INSTALL_RULES)
+        set(is_installed OFF)
+    endif()
+    set(folder "${PROJECT_SOURCE_DIR}")
+    while(folder AND is_installed)
+        get_property(is_excluded DIRECTORY "${folder}" PROPERTY EXCLUDE_FROM_ALL)
+        if(is_excluded)
+            set(is_installed OFF)
+        endif()
+        get_property(folder DIRECTORY "${folder}" PROPERTY PARENT_DIRECTORY)
+    endwhile()
+    set(${result} ${is_installed} PARENT_SCOPE)
+endfunction()
+
 # tavolins_tell_qml_dir(<prefix> <install dir> <Qt's prefix> <folder where Qt looks>)
 #
 # Says where the QML module goes and what to do if Qt does not look there. Also called by the

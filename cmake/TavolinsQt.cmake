@@ -24,7 +24,7 @@ endfunction()
 #
 # Sets TAVOLINS_QT_MAJOR where nobody has: to the Qt that the project around this one uses already,
 # else to 5 where that is found, else to 6. Sets TAVOLINS_QT_SUFFIX to what the names of installed
-# files end in, so that the files of both can lie beside each other.
+# files end in, so that the files of both can lie beside each other, and TAVOLINS_OTHER_QT_MAJOR.
 macro(tavolins_choose_qt)
     set(TAVOLINS_QT_MAJOR "" CACHE STRING "Major version of Qt: 5, 6 or, to choose by itself, empty")
     set_property(CACHE TAVOLINS_QT_MAJOR PROPERTY STRINGS "" 5 6)
@@ -57,6 +57,11 @@ macro(tavolins_choose_qt)
         if(NOT TAVOLINS_QT_MAJOR MATCHES "^[56]$")
             message(FATAL_ERROR "TAVOLINS_QT_MAJOR is \"${TAVOLINS_QT_MAJOR}\"; it can be 5 or 6")
         endif()
+        math(EXPR TAVOLINS_OTHER_QT_MAJOR "11 - ${TAVOLINS_QT_MAJOR}")
+        if(TARGET Qt${TAVOLINS_OTHER_QT_MAJOR}::Core AND NOT TARGET Qt${TAVOLINS_QT_MAJOR}::Core)
+            message(FATAL_ERROR "TAVOLINS_QT_MAJOR is ${TAVOLINS_QT_MAJOR}, but the project around this "
+                                "one has found Qt ${TAVOLINS_OTHER_QT_MAJOR} before")
+        endif()
         set(TAVOLINS_QT_REASON "as TAVOLINS_QT_MAJOR says")
         tavolins_look_for_qt(TAVOLINS_QT_FOUND ${TAVOLINS_QT_MAJOR})
         if(NOT TAVOLINS_QT_FOUND)
@@ -64,6 +69,7 @@ macro(tavolins_choose_qt)
                                 "Gui and Qml; CMAKE_PREFIX_PATH says where else to look")
         endif()
     endif()
+    math(EXPR TAVOLINS_OTHER_QT_MAJOR "11 - ${TAVOLINS_QT_MAJOR}")
     message(STATUS "Tavolins: built with Qt ${TAVOLINS_QT_FOUND} (${TAVOLINS_QT_REASON})")
     set(TAVOLINS_QT_SUFFIX "")
     if(NOT TAVOLINS_QT_MAJOR EQUAL 5)

@@ -33,6 +33,9 @@ private Q_SLOTS:
     void configurationTellsWhetherQtLooksThere_data();
     void configurationTellsWhetherQtLooksThere();
     void subprojectBuildsRunsAndInstalls();
+    void subprojectThatIsExcludedIsNotInstalled();
+    void projectOfTheOtherQtIsTold_data();
+    void projectOfTheOtherQtIsTold();
     void bothSeriesSideBySide();
     void projectGetsTheOneForItsQt_data();
     void projectGetsTheOneForItsQt();
@@ -614,6 +617,69 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
                        { QStringLiteral("-DCMAKE_PREFIX_PATH=") + bare }, &output)
                      == 0,
              output.constData());
+}
+
+void tst_Install::subprojectThatIsExcludedIsNotInstalled()
+{
+    const QString build = folder() + QStringLiteral("/build");
+    QByteArray output;
+    QVERIFY2(configure(testSource(QStringLiteral("subproject")), build,
+                       { QStringLiteral("-DTAVOLINS_SOURCE=" TAVOLINS_SOURCE_DIR),
+                         QStringLiteral("-DTAVOLINS_HOW=EXCLUDE_FROM_ALL") },
+                       &output)
+                     == 0,
+             output.constData());
+    QVERIFY2(!output.contains("the QML module goes to"), output.constData());
+    QVERIFY2(runCMake({ QStringLiteral("--build"), build }, &output) == 0, output.constData());
+    const int exitCode = run(build + QStringLiteral("/consumer"), {}, &output);
+    QCOMPARE(output, QByteArray());
+    QCOMPARE(exitCode, bundledThemes);
+
+    const QString root = folder() + QStringLiteral("/root");
+    QVERIFY2(runCMake({ QStringLiteral("--install"), build, QStringLiteral("--prefix"), root },
+                      &output)
+                     == 0,
+             output.constData());
+    QVERIFY2(!output.contains("the QML module goes to"), output.constData());
+    QVERIFY(!QFileInfo::exists(root));
+}
+
+void tst_Install::projectOfTheOtherQtIsTold_data()
+{
+    QTest::addColumn<QByteArray>("use");
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray mine = QByteArray::number(QT_VERSION_MAJOR);
+    const QByteArray other = QByteArray::number(11 - QT_VERSION_MAJOR);
+    QTest::newRow("installed") << QByteArray("find_package(Tavolins CONFIG REQUIRED)\n")
+                               << "This installation is built with Qt " + mine
+                    + ", but the project has found Qt " + other + " before;";
+    QTest::newRow("part of the project")
+            << QByteArray("add_subdirectory(" TAVOLINS_SOURCE_DIR " tavolins)\n")
+            << "TAVOLINS_QT_MAJOR is " + mine + ", but the project around this one has found Qt "
+                    + other + " before";
+}
+
+/// Instead of an error from within Qt's own packages.
+void tst_Install::projectOfTheOtherQtIsTold()
+{
+    QFETCH(QByteArray, use);
+    QFETCH(QByteArray, message);
+    const QByteArray other = QByteArray::number(11 - QT_VERSION_MAJOR);
+    const auto project = [&](const QByteArray &found, QByteArray *output) {
+        write(QStringLiteral("CMakeLists.txt"),
+              "cmake_minimum_required(VERSION 3.16)\n"
+              "project(Asking LANGUAGES CXX)\n"
+              "find_package(Qt"
+                      + other + " REQUIRED COMPONENTS Core)\n" + found);
+        return configure(folder(), folder() + QStringLiteral("/build"),
+                         { QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path() }, output);
+    };
+    QByteArray output;
+    if (project(QByteArray(), &output) != 0)
+        QSKIP("the other Qt is not installed");
+    QVERIFY(project(use, &output) != 0);
+    // CMake wraps its messages.
+    QVERIFY2(output.simplified().contains(message), output.constData());
 }
 
 /// Installs this build and one with Qt 5 below one prefix.
