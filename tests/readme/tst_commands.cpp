@@ -107,24 +107,30 @@ void tst_Commands::initTestCase()
     QVERIFY2(installed.exitCode == 0, installed.output.constData());
 }
 
-/// Builds what is in the test's folder, in its folder "build", and installs it into "installed".
+/// Builds what is in the test's folder by the commands of docs/deploying.md, in its folder "build",
+/// and installs it into "installed".
 tst_Commands::Result tst_Commands::build()
 {
-    const QStringList configure = {
-        QStringLiteral("-S."),
-        QStringLiteral("-Bbuild"),
-        QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
-        QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_prefix.path(),
-        QStringLiteral("-DTAVOLINS_QT_MAJOR=") + QString::number(QT_VERSION_MAJOR),
-        QStringLiteral("-DCMAKE_INSTALL_PREFIX=") + folder() + QStringLiteral("/installed"),
-    };
-    Result configured = run(folder(), cmake, configure);
-    if (configured.exitCode != 0)
-        return configured;
-    Result built = run(folder(), cmake, { QStringLiteral("--build"), QStringLiteral("build") });
-    if (built.exitCode != 0)
-        return built;
-    return run(folder(), cmake, { QStringLiteral("--install"), QStringLiteral("build") });
+    QStringList commands;
+    const QList<Markdown::Block> blocks = m_deploying.blocks();
+    for (const Markdown::Block &block : blocks) {
+        if (block.language.isEmpty())
+            commands += block.code.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    }
+    Result result = { commands.size() == 3 ? 0 : -1, "not three commands" };
+    for (QString command : qAsConst(commands)) {
+        command.replace(QStringLiteral("/opt/tavolins"), m_prefix.path());
+        command.replace(QStringLiteral("/opt/harbour"), folder() + QStringLiteral("/installed"));
+        QStringList arguments = command.split(QLatin1Char(' '));
+        if (arguments.takeFirst() != QLatin1String("cmake"))
+            return { -1, command.toUtf8() };
+        if (arguments.first() == QLatin1String("-S"))
+            arguments += { QStringLiteral("-DCMAKE_CXX_COMPILER=" TAVOLINS_CXX_COMPILER),
+                           QStringLiteral("-DTAVOLINS_QT_MAJOR=%1").arg(QT_VERSION_MAJOR) };
+        if (result.exitCode == 0)
+            result = run(folder(), cmake, arguments);
+    }
+    return result;
 }
 
 void tst_Commands::commands_data()
@@ -211,12 +217,6 @@ void tst_Commands::showWithTheStyle(const QStringList &words)
 #endif
 }
 
-void tst_Commands::exampleRunsByItsCommand()
-{
-    QStringList commands;
-    const QStringList pieces = Markdown::codeIn(m_readme.prose());
-    for (const QString &piece : pieces) {
-        if (piece.startsWith(QLatin1String("qml ")))
 void tst_Commands::galleryScriptHelpsAtOnce_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -238,6 +238,12 @@ void tst_Commands::galleryScriptHelpsAtOnce()
              result.output.constData());
 }
 
+void tst_Commands::exampleRunsByItsCommand()
+{
+    QStringList commands;
+    const QStringList pieces = Markdown::codeIn(m_readme.prose());
+    for (const QString &piece : pieces) {
+        if (piece.startsWith(QLatin1String("qml ")))
             commands.append(piece);
     }
     QCOMPARE(commands.size(), 1);
