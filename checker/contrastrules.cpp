@@ -58,28 +58,37 @@ public:
         // What is transparent lets the theme's own background through.
         const QColor page = Contrast::blended(m_context.scratch->data().colors.background(),
                                               Qt::white);
-        for (const ColorRole &surface : colorRoles(BackgroundColors))
-            m_surfaces.insert(QLatin1String(surface.key),
-                              Contrast::blended((colors.*surface.color)(), page));
-        for (const ColorRole &text : colorRoles(ForegroundColors))
-            m_texts.insert(QLatin1String(text.key), (colors.*text.color)());
         for (const ColorRole &text : colorRoles(ForegroundColors)) {
             const QString key = QLatin1String(text.key);
             QVector<Pair> failing;
             for (const ColorRole &surface : colorRoles(BackgroundColors)) {
                 Pair pair;
                 pair.key = QLatin1String(surface.key);
-                pair.surface = m_surfaces.value(pair.key);
-                pair.ratio = Contrast::ratio(m_texts.value(key), pair.surface);
-                if (concerns(key, pair.key) && pair.ratio < m_context.contrast)
+                if (!concerns(key, pair.key))
+                    continue;
+                pair.surface = Contrast::blended((colors.*surface.color)(), page);
+                pair.ratio = Contrast::ratio((colors.*text.color)(), pair.surface);
+                if (pair.ratio < m_context.contrast)
                     failing.append(pair);
             }
-            if (!failing.isEmpty())
-                report(key, failing);
+            if (failing.isEmpty())
+                continue;
+            takeDown(colors, page);
+            report(key, failing);
         }
     }
 
 private:
+    /// Fills the tables, which only a problem needs.
+    void takeDown(const ThemeObjectColors &colors, const QColor &page)
+    {
+        for (const ColorRole &surface : colorRoles(BackgroundColors))
+            m_surfaces.insert(QLatin1String(surface.key),
+                              Contrast::blended((colors.*surface.color)(), page));
+        for (const ColorRole &text : colorRoles(ForegroundColors))
+            m_texts.insert(QLatin1String(text.key), (colors.*text.color)());
+    }
+
     /// Whether the pair is this scope's doing, and no palette's.
     bool concerns(const QString &text, const QString &surface) const
     {
