@@ -6,7 +6,7 @@ import "impl"
 T.ApplicationWindow {
     font: Look.font
     palette: Look.palette
-    color: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).background
+    color: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).background
 
     overlay.modal: Rectangle {
         color: Look.modalDim

@@ -22,7 +22,7 @@ T.BusyIndicator {
         rightPadding: leftPadding
         bottomPadding: height * 0.7
         radius: Look.radius > 0 ? height / 2 : 0
-        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).accent.rest
+        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).accent.rest
         visible: control.running
 
         RotationAnimator on rotation {

@@ -9,7 +9,7 @@ import "impl"
 T.ComboBox {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
     readonly property QtObject __ground: flat ? __look.flat : editable ? __look.page : __look.raised
 
     padding: Look.padding

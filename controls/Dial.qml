@@ -7,7 +7,7 @@ import "impl"
 T.Dial {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).raised
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).raised
 
     opacity: enabled ? 1 : Look.disabledOpacity
 

@@ -8,7 +8,7 @@ import "impl"
 T.Dialog {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).page
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).page
 
     padding: 2 * Look.padding
     font: (T.ApplicationWindow.window || Look).font

@@ -7,7 +7,7 @@ import "impl"
 T.DialogButtonBox {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
 
     padding: 2 * Look.padding
     // Look.spacing would come too late: the buttons are laid out before bindings are evaluated.

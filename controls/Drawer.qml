@@ -8,7 +8,7 @@ import "impl"
 T.Drawer {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).page
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).page
 
     parent: T.Overlay.overlay
 

@@ -6,7 +6,7 @@ import "impl"
 T.Frame {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
 
     padding: 2 * Look.padding
 

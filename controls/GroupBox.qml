@@ -7,7 +7,7 @@ import "impl"
 T.GroupBox {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
 
     padding: 2 * Look.padding
     topPadding: padding + (implicitLabelWidth > 0 ? implicitLabelHeight + spacing : 0)

@@ -7,6 +7,8 @@ import "impl"
 T.HorizontalHeaderView {
     id: control
 
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).raised
+
     implicitWidth: syncView ? syncView.width : 0
     implicitHeight: contentHeight
 
@@ -16,8 +18,8 @@ T.HorizontalHeaderView {
     delegate: Rectangle {
         implicitWidth: label.implicitWidth
         implicitHeight: Math.max(control.height, label.implicitHeight)
-        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.rest
-        border.color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.outline
+        color: control.__ground.rest
+        border.color: control.__ground.outline
 
         Text {
             id: label
@@ -28,7 +30,7 @@ T.HorizontalHeaderView {
                                                                   : model[control.textRole]
                                    : modelData
             font: Look.font
-            color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.text
+            color: control.__ground.text
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
         }

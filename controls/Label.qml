@@ -6,7 +6,7 @@ import "impl"
 T.Label {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).page
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).page
 
     color: enabled ? __ground.text : __ground.disabled
     linkColor: color

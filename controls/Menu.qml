@@ -9,7 +9,7 @@ import "impl"
 T.Menu {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).raised
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).raised
 
     margins: 0
     padding: Look.spacing / 2

@@ -17,6 +17,6 @@ T.MenuSeparator {
     contentItem: Rectangle {
         implicitWidth: Look.touchHeight * 5
         implicitHeight: 1
-        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.outline
+        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).page.outline
     }
 }

@@ -7,6 +7,8 @@ import "impl"
 T.PageIndicator {
     id: control
 
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
+
     padding: Look.padding
     spacing: Look.spacing
     opacity: enabled ? 1 : Look.disabledOpacity
@@ -20,8 +22,8 @@ T.PageIndicator {
         implicitWidth: 8
         implicitHeight: 8
         radius: Look.radius > 0 ? width / 2 : 0
-        color: index === control.currentIndex ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).accent.rest
-               : pressed ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.placeholder : (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.outline
+        color: index === control.currentIndex ? control.__look.accent.rest
+               : pressed ? control.__look.page.placeholder : control.__look.page.outline
     }
 
     contentItem: Row {

@@ -7,7 +7,7 @@ import "impl"
 T.ProgressBar {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
 
     opacity: enabled ? 1 : Look.disabledOpacity
 

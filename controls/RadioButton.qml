@@ -6,7 +6,7 @@ import "impl"
 T.RadioButton {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
 
     padding: Look.padding
     spacing: Look.spacing

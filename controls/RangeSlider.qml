@@ -7,7 +7,7 @@ import "impl"
 T.RangeSlider {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
 
     padding: Look.padding
     opacity: enabled ? 1 : Look.disabledOpacity

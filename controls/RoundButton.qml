@@ -7,7 +7,7 @@ import "impl"
 T.RoundButton {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
     readonly property QtObject __ground: highlighted || checked ? __look.accent
                                          : flat ? __look.flat : __look.raised
 

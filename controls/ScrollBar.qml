@@ -7,7 +7,7 @@ import "impl"
 T.ScrollBar {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
     readonly property bool __shown: policy === T.ScrollBar.AlwaysOn || (active && size < 1)
 
     padding: 2

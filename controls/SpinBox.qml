@@ -7,7 +7,7 @@ import "impl"
 T.SpinBox {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
     readonly property QtObject __ground: __look.page
 
     padding: Look.padding

@@ -7,6 +7,8 @@ import "impl"
 T.SplitView {
     id: control
 
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
+
     implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
                             implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
@@ -15,7 +17,8 @@ T.SplitView {
     handle: Rectangle {
         implicitWidth: control.orientation === Qt.Horizontal ? 6 : control.width
         implicitHeight: control.orientation === Qt.Horizontal ? control.height : 6
-        color: T.SplitHandle.pressed ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.outline
-               : T.SplitHandle.hovered ? (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.pressed : (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).groove
+        color: T.SplitHandle.pressed ? control.__look.page.outline
+               : T.SplitHandle.hovered ? control.__look.page.pressed
+                                       : control.__look.groove
     }
 }

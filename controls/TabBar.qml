@@ -6,7 +6,7 @@ import "impl"
 T.TabBar {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).page
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).page
 
     spacing: Look.spacing
 

@@ -7,7 +7,7 @@ import "impl"
 T.TabButton {
     id: control
 
-    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look
+    readonly property QtObject __look: Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones
     readonly property QtObject __ground: checked ? __look.accent : __look.flat
 
     padding: Look.padding

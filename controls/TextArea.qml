@@ -7,7 +7,7 @@ import "impl"
 T.TextArea {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).page
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).page
 
     padding: Look.padding
     leftPadding: 1.5 * padding

@@ -17,6 +17,6 @@ T.ToolSeparator {
     contentItem: Rectangle {
         implicitWidth: control.vertical ? 1 : Look.touchHeight - 2 * Look.padding
         implicitHeight: control.vertical ? Look.touchHeight - 2 * Look.padding : 1
-        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).page.outline
+        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).page.outline
     }
 }

@@ -7,7 +7,7 @@ import "impl"
 T.Tumbler {
     id: control
 
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look).flat
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).flat
 
     opacity: enabled ? 1 : Look.disabledOpacity
 

@@ -7,6 +7,8 @@ import "impl"
 T.VerticalHeaderView {
     id: control
 
+    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).raised
+
     implicitWidth: contentWidth
     implicitHeight: syncView ? syncView.height : 0
 
@@ -16,8 +18,8 @@ T.VerticalHeaderView {
     delegate: Rectangle {
         implicitWidth: Math.max(control.width, label.implicitWidth)
         implicitHeight: label.implicitHeight
-        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.rest
-        border.color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.outline
+        color: control.__ground.rest
+        border.color: control.__ground.outline
 
         Text {
             id: label
@@ -28,7 +30,7 @@ T.VerticalHeaderView {
                                                                   : model[control.textRole]
                                    : modelData
             font: Look.font
-            color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look).raised.text
+            color: control.__ground.text
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
         }

@@ -6,11 +6,21 @@ import QtQuick.Templates 2.15 as T
 import Tavolins 1.0
 
 // What all controls have in common, read from the theme once for all of them.
-Tones {
+QtObject {
     id: look
 
+    readonly property color foreground: Theme.colors.foreground
+    readonly property color background: Theme.colors.background
+    readonly property color lighterBackground: Theme.colors.lighterBackground
+    readonly property color darkerBackground: Theme.colors.darkerBackground
+    readonly property color selection: Theme.colors.selection
     readonly property int radius: Theme.radius
     readonly property font font: Theme.fonts.mainFont
+
+    // A theme without this class, or one whose class leaves the background alone, emphasizes by the
+    // class's foreground.
+    readonly property color accentBackground: primary.fills ? primary.background : primary.foreground
+    readonly property color accentForeground: primary.fills ? primary.foreground : background
 
     readonly property int padding: 7
     readonly property int spacing: 7
@@ -59,34 +69,39 @@ Tones {
             linkVisited: look.foreground
             light: look.lighterBackground
             midlight: look.lighterBackground
-            mid: look.groove
-            dark: look.groove
+            mid: look.tones.groove
+            dark: look.tones.groove
             shadow: look.shadow
         }
     }
 
-    readonly property Component component: Component {
+    readonly property Component tonesComponent: Component {
+        Tones {
+            foreground: look.foreground
+            background: look.background
+            lighterBackground: look.lighterBackground
+            darkerBackground: look.darkerBackground
+            selection: look.selection
+            accentBackground: look.accentBackground
+            accentForeground: look.accentForeground
+        }
+    }
+    readonly property Component classTonesComponent: Component {
         ClassTones { }
     }
+
+    // Of controls without a class. Tones are no children of this object, which an engine destroys
+    // while there are controls: the engine has them until no binding is left to miss them.
+    readonly property QtObject tones: tonesComponent.createObject()
     readonly property var tonesOfClasses: ({})
 
     // The tones for an item's class names: one object for all items that have the same ones.
     function ofClass(classnames) {
         if (!tonesOfClasses[classnames])
-            tonesOfClasses[classnames] = component.createObject(look, { "classnames": classnames })
+            tonesOfClasses[classnames] =
+                    classTonesComponent.createObject(null, { "classnames": classnames })
         return tonesOfClasses[classnames]
     }
-
-    foreground: Theme.colors.foreground
-    background: Theme.colors.background
-    lighterBackground: Theme.colors.lighterBackground
-    darkerBackground: Theme.colors.darkerBackground
-    selection: Theme.colors.selection
-
-    // A theme without this class, or one whose class leaves the background alone, emphasizes by the
-    // class's foreground.
-    accentBackground: primary.fills ? primary.background : primary.foreground
-    accentForeground: primary.fills ? primary.foreground : background
 
     Component.onCompleted: palette = roles.palette
     Theme.onNeedUpdate: palette = roles.palette

@@ -626,8 +626,7 @@ void tst_Controls::pageIsMadeAndDestroyedWhileSwitching()
              qPrintable(QString::number(heapAfter - heapBefore)));
 }
 
-/// The tool tip that all items share is the one control that ends after what the style has in
-/// common.
+/// The tool tip that all items share ends after what the style has in common.
 void tst_Controls::sharedToolTipEndsWithItsEngine()
 {
     makeCurrent(QStringLiteral("first.thm"), m_first);
