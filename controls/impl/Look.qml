@@ -93,7 +93,8 @@ QtObject {
     // Of controls without a class. Tones are no children of this object, which an engine destroys
     // while there are controls: the engine has them until no binding is left to miss them.
     readonly property QtObject tones: tonesComponent.createObject()
-    readonly property var tonesOfClasses: ({})
+    // Without a prototype, whose members could be class names.
+    readonly property var tonesOfClasses: Object.create(null)
 
     // The tones for an item's class names: one object for all items that have the same ones.
     function ofClass(classnames) {

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void isHighEnoughToTouch_data();
     void isHighEnoughToTouch();
 
+    void classOfUnknownNameIsNone_data();
     void classOfUnknownNameIsNone();
     void pageIsMadeAndDestroyedWhileSwitching();
     void sharedToolTipEndsWithItsEngine();
@@ -511,11 +512,21 @@ void tst_Controls::isHighEnoughToTouch()
                                 .arg(fusion->implicitHeight())));
 }
 
+void tst_Controls::classOfUnknownNameIsNone_data()
+{
+    QTest::addColumn<QByteArray>("classname");
+    QTest::newRow("unheard") << QByteArray("unheard");
+    // What every object of JavaScript has.
+    for (const char *name : { "constructor", "hasOwnProperty", "toString", "__proto__" })
+        QTest::newRow(name) << QByteArray(name);
+}
+
 void tst_Controls::classOfUnknownNameIsNone()
 {
+    QFETCH(QByteArray, classname);
     makeCurrent(QStringLiteral("second.thm"), m_second);
     const QString button = QStringLiteral("Button");
-    QQuickWindow *window = showSample(button, "Theme.classnames: \"unheard\"");
+    QQuickWindow *window = showSample(button, "Theme.classnames: \"" + classname + '"');
     QVERIFY(window);
     checkLook(window, button);
 }
