@@ -56,9 +56,8 @@ public:
     {
         qputenv("QT_QUICK_CONTROLS_STYLE", style.toUtf8());
         if (m_isOurs) {
-            // By its folder: Qt does not ask the engine where styles are.
-            qputenv("QT_QUICK_CONTROLS_STYLE",
-                    TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2/Tavolins");
+            // Qt does not ask the engine where styles are.
+            qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
             for (int look = 0; look < 2; ++look) {
                 QFile file(m_themes.filePath(QString::number(look) + QStringLiteral(".thm")));
                 file.open(QIODevice::WriteOnly);

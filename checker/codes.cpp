@@ -119,7 +119,7 @@ const CodeInfo &Codes::info(Code code)
 QString Codes::page(Code code)
 {
     registerResources();
-    QFile file(QStringLiteral(":/tavolins/checker-codes.md"));
+    QFile file(QStringLiteral(":/checker/checker-codes.md"));
     if (!file.open(QIODevice::ReadOnly))
         return QString();
     const QString text = QString::fromUtf8(file.readAll());
