@@ -29,6 +29,7 @@ private Q_SLOTS:
 
 private:
     void addThemeRows();
+    void useTheme();
     QQuickWindow *showPage(const QString &classname);
     static double bestContrast(const QString &classname);
     QStringList unreadable(QQuickWindow *window, double wanted, const QString &state) const;
@@ -165,6 +166,17 @@ void tst_ControlContrast::addThemeRows()
     }
 }
 
+/// Makes the theme of the current row current.
+void tst_ControlContrast::useTheme()
+{
+    QFETCH(QString, title);
+    QFETCH(QByteArray, text);
+    if (text.isEmpty())
+        switchTo(title);
+    else
+        makeCurrent(QStringLiteral("gray.thm"), text);
+}
+
 /// All looks of all controls with the class \a classname, and of what is in them.
 QQuickWindow *tst_ControlContrast::showPage(const QString &classname)
 {
@@ -237,13 +249,8 @@ void tst_ControlContrast::textIsReadable_data()
 
 void tst_ControlContrast::textIsReadable()
 {
-    QFETCH(QString, title);
-    QFETCH(QByteArray, text);
     QFETCH(QString, classname);
-    if (text.isEmpty())
-        switchTo(title);
-    else
-        makeCurrent(QStringLiteral("gray.thm"), text);
+    useTheme();
     QQuickWindow *window = showPage(classname);
     QVERIFY(window);
     const double wanted = bestContrast(classname);
@@ -265,13 +272,8 @@ void tst_ControlContrast::popupsAreReadable_data()
 
 void tst_ControlContrast::popupsAreReadable()
 {
-    QFETCH(QString, title);
-    QFETCH(QByteArray, text);
     QFETCH(QString, classname);
-    if (text.isEmpty())
-        switchTo(title);
-    else
-        makeCurrent(QStringLiteral("gray.thm"), text);
+    useTheme();
     const QByteArray common = "Theme.classnames: \"" + classname.toLatin1() + "\"";
     const QByteArray item = " { " + common + "; text: \"Text\" }";
     QQuickWindow *window = show(
@@ -294,13 +296,8 @@ void tst_ControlContrast::focusIsSeen_data()
 /// before.
 void tst_ControlContrast::focusIsSeen()
 {
-    QFETCH(QString, title);
-    QFETCH(QByteArray, text);
     QFETCH(QString, classname);
-    if (text.isEmpty())
-        switchTo(title);
-    else
-        makeCurrent(QStringLiteral("gray.thm"), text);
+    useTheme();
     QQuickWindow *window = showPage(classname);
     QVERIFY(window);
     const QImage before = picture(window);
