@@ -51,6 +51,19 @@ void collect(QQuickItem *item, const QString &place, QMap<QString, QColor> &colo
         collect(children.at(i), place + QLatin1Char('/') + QString::number(i), colors);
 }
 
+/// Gives an owner to what Qt leaves behind in every style: the handles of a SplitView, and what is
+/// uncovered of a SwipeDelegate.
+void adopt(QQuickItem *item)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    for (QQuickItem *child : children) {
+        if (!child->parent()
+            && (item->inherits("QQuickSplitView") || item->inherits("QQuickSwipeDelegate")))
+            child->setParent(item);
+        adopt(child);
+    }
+}
+
 } // namespace
 
 void ControlsTestCase::initTestCase()
@@ -132,8 +145,10 @@ QQuickWindow *ControlsTestCase::showSample(const QString &control, const QByteAr
 
 void ControlsTestCase::closeAll()
 {
-    while (!m_objects.empty())
-        m_objects.pop_back();
+    for (; !m_objects.empty(); m_objects.pop_back()) {
+        if (const auto *window = qobject_cast<QQuickWindow *>(m_objects.back().get()))
+            adopt(window->contentItem());
+    }
     deleteDeferred();
 }
 
