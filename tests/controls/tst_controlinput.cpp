@@ -105,7 +105,8 @@ QQuickWindow *tst_ControlInput::showControl(const QByteArray &body)
     m_control = window ? window->property("control").value<QQuickItem *>() : nullptr;
     if (!m_control || !QTest::qWaitForWindowActive(window))
         return nullptr;
-    // Away from everything.
+    // Away from everything. Qt 6 leaves out a move to where the last one went, in whatever window.
+    QTest::mouseMove(window, QPoint(629, 389));
     QTest::mouseMove(window, QPoint(630, 390));
     picture(window);
     return window;
@@ -623,8 +624,9 @@ void tst_ControlInput::closingPopups()
                                          "value: popup.visible");
     QVERIFY(window);
     QTRY_VERIFY(window->property("isOpen").toBool());
+    // Beside it: Qt 6.4 leaves a drawer open, in every style, where the click is below it.
     if (byMouse)
-        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, QPoint(600, 300));
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, QPoint(600, 50));
     else
         QTest::keyClick(window, Qt::Key_Escape);
     QTRY_VERIFY(!value(window).toBool());

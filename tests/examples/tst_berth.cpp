@@ -77,7 +77,7 @@ QObject *findBelow(QQuickItem *item, const QByteArray &type)
 void tst_Berth::initTestCase()
 {
     m_renderer.reset(new Renderer);
-    qputenv("QT_QUICK_CONTROLS_STYLE", TAVOLINS_CONTROLS_STYLE);
+    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
     qputenv("QT_QUICK_CONTROLS_STYLE_PATH",
             TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/..");
     QFile file(QStringLiteral(TAVOLINS_SOURCE_DIR "/examples/berth/berth.qml"));
@@ -109,10 +109,12 @@ void tst_Berth::cleanup()
     TestCase::cleanup();
 }
 
-/// The first item of the file \a type.qml that is seen, in the window or in the dialog.
+/// The first item of the file \a type.qml that is seen, in the page or else in the dialog.
 QObject *tst_Berth::find(const QByteArray &type) const
 {
-    return findBelow(m_window->contentItem(), type);
+    auto *page = m_window->property("contentItem").value<QQuickItem *>();
+    QObject *found = findBelow(page, type);
+    return found ? found : findBelow(m_window->contentItem(), type);
 }
 
 QColor tst_Berth::ground(const QByteArray &type) const
