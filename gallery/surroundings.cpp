@@ -69,7 +69,7 @@ bool Surroundings::chooseControlsStyle(const QString &importPath)
     if (!QFileInfo::exists(style.filePath() + QLatin1String("/Button.qml")))
         return false;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
-    qputenv("QT_QUICK_CONTROLS_STYLE", GALLERY_CONTROLS_STYLE);
+    qputenv("QT_QUICK_CONTROLS_STYLE", "Tavolins");
 #else
     // Qt 5 does not ask the engine where styles are.
     qputenv("QT_QUICK_CONTROLS_STYLE", QFile::encodeName(style.filePath()));

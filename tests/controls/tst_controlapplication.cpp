@@ -29,7 +29,7 @@ namespace {
 
 const QString qmlFolder = QStringLiteral(TAVOLINS_QML_IMPORT_PATH);
 const QString styleFolder = qmlFolder + QStringLiteral("/" TAVOLINS_CONTROLS_DIR);
-const QString styleName = QStringLiteral(TAVOLINS_CONTROLS_STYLE);
+const QString styleName = QStringLiteral("Tavolins");
 
 /// What ctest has chosen for tests left out.
 QProcessEnvironment surroundings()
@@ -142,7 +142,7 @@ void tst_ControlApplication::namingTheStyle()
     QFETCH(QStringList, steps);
     QFETCH(QStringList, options);
     QFETCH(bool, isFound);
-    const QByteArray named = "[Controls]\nStyle=" TAVOLINS_CONTROLS_STYLE "\n";
+    const QByteArray named = "[Controls]\nStyle=Tavolins\n";
     write(QStringLiteral("named.conf"), named);
     write(QStringLiteral("folder.conf"), "[Controls]\nStyle=" + styleFolder.toUtf8() + "\n");
     write(QStringLiteral("beside/named.conf"), named);

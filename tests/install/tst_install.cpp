@@ -186,8 +186,7 @@ void tst_Install::checkControls(const QString &qmlFolder, const QByteArray &uri)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QML2_IMPORT_PATH"), qmlFolder);
-    environment.insert(QStringLiteral("QT_QUICK_CONTROLS_STYLE"),
-                       QStringLiteral(TAVOLINS_CONTROLS_STYLE));
+    environment.insert(QStringLiteral("QT_QUICK_CONTROLS_STYLE"), QStringLiteral("Tavolins"));
     const QString file = write(
             QStringLiteral("controls.qml"),
             "import QtQuick 2.15\nimport QtQuick.Controls 2.15\nimport " + uri
@@ -599,8 +598,15 @@ void tst_Install::subprojectBuildsRunsAndInstalls()
     QVERIFY(contentOf(themes + QStringLiteral("/styles/Card.qml"))
                     .contains("import Acme.Theming 1.0\n"));
     QVERIFY(!QFileInfo::exists(root + qtPrefix + QStringLiteral("/bin")));
-    if (TAVOLINS_HAS_CONTROLS)
+    if (TAVOLINS_HAS_CONTROLS) {
         checkControls(root + whereQtLooks, "Acme.Theming");
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        // The module that goes by the style's name is the style and nothing else.
+        QCOMPARE(runQml(root + whereQtLooks, "import Tavolins 1.0\nThemeManager { }\n", &output),
+                 3);
+        QVERIFY2(output.contains("\"Tavolins\" version 1.0 is not installed"), output.constData());
+#endif
+    }
 
     // Without themes, the package is found all the same.
     const QString bare = folder() + QStringLiteral("/bare");
