@@ -8,7 +8,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
-#include <QtCore/QLibraryInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QColor>
 #include <QtQml/QQmlComponent>
@@ -46,6 +45,16 @@ QByteArray themeText(int look, bool fontsDiffer)
             + "}, \"primary\": {\"colors\": {" + primary + "}}}";
 }
 
+/// What this Qt calls \a style.
+QByteArray nameOf(const QString &style)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    if (style == QLatin1String("Default"))
+        return "Basic";
+#endif
+    return style.toUtf8();
+}
+
 /// An engine whose controls have the style, and for ours the two themes.
 class Stage
 {
@@ -54,10 +63,11 @@ public:
         : m_isOurs(style == ours)
         , m_isMaterial(style == QLatin1String("Material"))
     {
-        qputenv("QT_QUICK_CONTROLS_STYLE", style.toUtf8());
+        qputenv("QT_QUICK_CONTROLS_STYLE", nameOf(style));
         if (m_isOurs) {
-            // Qt does not ask the engine where styles are.
-            qputenv("QT_QUICK_CONTROLS_STYLE_PATH", TAVOLINS_QML_IMPORT_PATH "/QtQuick/Controls.2");
+            // Qt 5 does not ask the engine where styles are.
+            qputenv("QT_QUICK_CONTROLS_STYLE_PATH",
+                    TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR "/..");
             for (int look = 0; look < 2; ++look) {
                 QFile file(m_themes.filePath(QString::number(look) + QStringLiteral(".thm")));
                 file.open(QIODevice::WriteOnly);
@@ -119,18 +129,9 @@ QJsonObject error(const QString &text)
 /// Every control that styles have a file for.
 QStringList controls()
 {
-    const QDir fallback(QLibraryInfo::location(QLibraryInfo::Qml2ImportsPath)
-                        + QStringLiteral("/QtQuick/Controls.2"));
-    const QStringList unstyled{ QStringLiteral("Action"), QStringLiteral("ActionGroup"),
-                                QStringLiteral("ButtonGroup"), QStringLiteral("Container"),
-                                QStringLiteral("Control") };
-    QStringList names;
-    const QStringList files = fallback.entryList({ QStringLiteral("*.qml") }, QDir::Files);
-    for (const QString &file : files) {
-        const QString name = file.section(QLatin1Char('.'), 0, 0);
-        if (!unstyled.contains(name))
-            names.append(name);
-    }
+    const QDir style(QStringLiteral(TAVOLINS_QML_IMPORT_PATH "/" TAVOLINS_CONTROLS_DIR));
+    QStringList names = style.entryList({ QStringLiteral("*.qml") }, QDir::Files);
+    names.replaceInStrings(QStringLiteral(".qml"), QString());
     return names;
 }
 

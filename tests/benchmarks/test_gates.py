@@ -140,6 +140,12 @@ class AllGates(unittest.TestCase):
         self.assertEqual(gate.verdict(6, 6), FAIL)
         self.assertEqual(gate.verdict(2, 6), PASS)
 
+    def test_known_miss_that_is_farther_with_qt_6(self):
+        gate = Gate("title", 2, None, ceiling=3, ceiling_with_qt6=5)
+        self.assertEqual(gate.verdict(4, 5), FAIL)
+        self.assertEqual(gate.verdict(4, 6), "missed (fails above 5)")
+        self.assertEqual(gate.verdict(6, 6), FAIL)
+
     def test_ceilings_lie_above_their_limits(self):
         for section in SECTIONS:
             for gate in section.gates:
