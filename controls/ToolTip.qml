@@ -5,10 +5,10 @@ import QtQuick.Controls.impl 2.15
 import Tavolins 1.0
 import "impl"
 
+// Without a property for the ground: the tool tip that all items share outlives what the engine has of
+// JavaScript's, and the property would tell of the ground's end when nothing can be evaluated any more.
 T.ToolTip {
     id: control
-
-    readonly property QtObject __ground: (Theme.classnames ? Look.ofClass(Theme.classnames) : Look.tones).raised
 
     x: parent ? (parent.width - implicitWidth) / 2 : 0
     y: -implicitHeight - Look.spacing
@@ -29,13 +29,13 @@ T.ToolTip {
     contentItem: Text {
         text: control.text
         font: control.font
-        color: control.__ground.text
+        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).raised.text
         wrapMode: Text.Wrap
     }
 
     background: Rectangle {
         radius: Look.radius
-        color: control.__ground.rest
-        border.color: control.__ground.outline
+        color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).raised.rest
+        border.color: (control.Theme.classnames ? Look.ofClass(control.Theme.classnames) : Look.tones).raised.outline
     }
 }
