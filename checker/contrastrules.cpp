@@ -249,8 +249,7 @@ private:
     {
         for (const QColor &text : m_texts) {
             const QColor opaque = Contrast::blended(text, pair.surface);
-            const QColor candidate = Contrast::nearestPassing(pair.surface, opaque,
-                                                              m_context.contrast);
+            QColor candidate = Contrast::nearestPassing(pair.surface, opaque, m_context.contrast);
             if (candidate.isValid() && isReadableOn(pair.key, candidate))
                 return candidate;
         }

@@ -26,10 +26,9 @@ const Step steps[] = {
 
 const Step &nearest(int weight)
 {
-    return *std::min_element(std::begin(steps), std::end(steps),
-                             [weight](const Step &a, const Step &b) {
-                                 return std::abs(a.weight - weight) < std::abs(b.weight - weight);
-                             });
+    return *std::min_element(std::begin(steps), std::end(steps), [weight](Step a, Step b) {
+        return std::abs(a.weight - weight) < std::abs(b.weight - weight);
+    });
 }
 
 } // namespace
@@ -42,7 +41,7 @@ int FontWeight::number(int weight)
     // Between two steps in their measure, and beyond the last as far as the heaviest that there is.
     const int heaviest = 99;
     const Step *above = std::find_if(std::next(std::begin(steps)), std::end(steps),
-                                     [weight](const Step &step) { return step.weight >= weight; });
+                                     [weight](Step step) { return step.weight >= weight; });
     const Step &below = *std::prev(above);
     const int end = above == std::end(steps) ? heaviest : above->weight;
     return below.number + qRound(100.0 * (weight - below.weight) / (end - below.weight));

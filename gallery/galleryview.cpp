@@ -64,7 +64,7 @@ QImage GalleryView::picture()
     rootObject()->setProperty("isPicture", true);
     show();
     layOut();
-    const QImage picture = pictureOf(*contentItem());
+    QImage picture = pictureOf(*contentItem());
     rootObject()->setProperty("isPicture", false);
     return picture;
 }

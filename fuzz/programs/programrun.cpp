@@ -4,8 +4,8 @@
 #include "fuzz/programs/standin.h"
 #include "fuzz/programs/writer.h"
 #include "manager/thememanager.h"
-#include "support/objectcount.h"
 #include "reliability/themelook.h"
+#include "support/objectcount.h"
 #include "support/receivers.h"
 #include "theme/theme.h"
 

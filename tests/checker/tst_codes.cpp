@@ -117,7 +117,7 @@ void tst_Codes::textHasNoMarkup()
         QVERIFY2(text.contains(expected), qPrintable(text));
     }
     QString words = text;
-    for (const QString &label : labels)
+    for (const QString &label : qAsConst(labels))
         words.remove(label);
     words.remove(QLatin1Char('*'));
     QString page = Codes::page(Code(code));

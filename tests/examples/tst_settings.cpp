@@ -1,8 +1,8 @@
 // The example "settings", used with mouse and keyboard.
 
 #include "examples/settings/settingswindow.h"
-#include "support/readable.h"
 #include "manager/thememanager.h"
+#include "support/readable.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 

@@ -1,8 +1,8 @@
 // The bundled themes: complete, and readable everywhere.
 
-#include "support/readable.h"
 #include "gallery/surroundings.h"
 #include "manager/thememanager.h"
+#include "support/readable.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
 

@@ -1,6 +1,6 @@
 #include "manager/thememanager.h"
-#include "support/objectcount.h"
 #include "reliability/themelook.h"
+#include "support/objectcount.h"
 #include "support/receivers.h"
 #include "support/testcase.h"
 #include "theme/theme.h"
