@@ -6,6 +6,7 @@
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QMap>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -30,9 +31,30 @@ struct Pair
     double ratio = 0;
 };
 
+/// A color to write under a key of the scope.
+struct Change
+{
+    QString key;
+    QColor color;
+};
+using Changes = QVector<Change>;
+
+/// The colors of a scope under their keys, backgrounds as they are seen.
+struct Look
+{
+    QMap<QString, QColor> texts;
+    QMap<QString, QColor> surfaces;
+    /// Those that the scope sets itself, and those that it or a theme sets and no palette.
+    unsigned roles = 0;
+    unsigned known = 0;
+};
+
 /// A scope whose colors are looked at.
 struct ColoredScope
 {
+    bool isGlobal = false;
+    /// What it describes.
+    QJsonObject values;
     /// The roles that it sets itself, derived shades included.
     unsigned roles = 0;
     /// Its "colors" in the file; null if the scope is inherited.
@@ -48,56 +70,65 @@ public:
     ContrastCheck(const ThemeContext &context, const ColoredScope &scope, Findings &findings)
         : m_context(context)
         , m_scope(scope)
-        , m_known(context.summary().knownRoles | scope.roles)
         , m_findings(findings)
     {
     }
 
     void run(const ThemeObjectColors &colors)
     {
-        // What is transparent lets the theme's own background through.
-        const QColor page = Contrast::blended(m_context.scratch->data().colors.background(),
-                                              Qt::white);
+        m_look = lookOf(colors, m_context.scratch->data().colors, m_scope.roles);
         for (const ColorRole &text : colorRoles(ForegroundColors)) {
             const QString key = QLatin1String(text.key);
-            QVector<Pair> failing;
-            for (const ColorRole &surface : colorRoles(BackgroundColors)) {
-                Pair pair;
-                pair.key = QLatin1String(surface.key);
-                if (!concerns(key, pair.key))
-                    continue;
-                pair.surface = Contrast::blended((colors.*surface.color)(), page);
-                pair.ratio = Contrast::ratio((colors.*text.color)(), pair.surface);
-                if (pair.ratio < m_context.contrast)
-                    failing.append(pair);
-            }
-            if (failing.isEmpty())
-                continue;
-            takeDown(colors, page);
-            report(key, failing);
+            const QVector<Pair> failing = failingPairs(m_look, key);
+            if (!failing.isEmpty())
+                report(key, failing);
         }
     }
 
 private:
-    /// Fills the tables, which only a problem needs.
-    void takeDown(const ThemeObjectColors &colors, const QColor &page)
+    /// What an item sees of \a colors in a theme whose own ones are \a page.
+    Look lookOf(const ThemeObjectColors &colors, const ThemeObjectColors &page,
+                unsigned roles) const
     {
+        Look look;
+        look.roles = roles;
+        look.known = m_context.summary().knownRoles | roles;
+        // What is transparent lets the theme's own background through.
+        const QColor below = Contrast::blended(page.background(), Qt::white);
         for (const ColorRole &surface : colorRoles(BackgroundColors))
-            m_surfaces.insert(QLatin1String(surface.key),
-                              Contrast::blended((colors.*surface.color)(), page));
+            look.surfaces.insert(QLatin1String(surface.key),
+                                 Contrast::blended((colors.*surface.color)(), below));
         for (const ColorRole &text : colorRoles(ForegroundColors))
-            m_texts.insert(QLatin1String(text.key), (colors.*text.color)());
+            look.texts.insert(QLatin1String(text.key), (colors.*text.color)());
+        return look;
+    }
+
+    /// The backgrounds on which the text \a key is hard to read.
+    QVector<Pair> failingPairs(const Look &look, const QString &key) const
+    {
+        QVector<Pair> failing;
+        for (const ColorRole &surface : colorRoles(BackgroundColors)) {
+            Pair pair;
+            pair.key = QLatin1String(surface.key);
+            if (!concerns(look, key, pair.key))
+                continue;
+            pair.surface = look.surfaces.value(pair.key);
+            pair.ratio = Contrast::ratio(look.texts.value(key), pair.surface);
+            if (pair.ratio < m_context.contrast)
+                failing.append(pair);
+        }
+        return failing;
     }
 
     /// Whether the pair is this scope's doing, and no palette's.
-    bool concerns(const QString &text, const QString &surface) const
+    bool concerns(const Look &look, const QString &text, const QString &surface) const
     {
         const unsigned textBit = roleBit(text);
         const unsigned surfaceBit = roleBit(surface);
-        if (!(m_known & textBit) || !(m_known & surfaceBit))
+        if (!(look.known & textBit) || !(look.known & surfaceBit))
             return false;
-        const bool setsText = m_scope.roles & textBit;
-        const bool setsSurface = m_scope.roles & surfaceBit;
+        const bool setsText = look.roles & textBit;
+        const bool setsSurface = look.roles & surfaceBit;
         // What an inherited scope sets by itself has been told where it stands.
         return m_scope.colors ? setsText || setsSurface : setsText != setsSurface;
     }
@@ -113,6 +144,11 @@ private:
         return QString();
     }
 
+    bool isWritten(const QString &key) const
+    {
+        return m_scope.colors && m_scope.colors->member(key);
+    }
+
     /// What in the file decides the color \a key; null if nothing in this scope does.
     const Node::Member *originOf(const QString &key) const
     {
@@ -124,7 +160,7 @@ private:
     /// Whether the color \a key of this scope is one that this file's "global" has derived.
     bool isDerived(const QString &key) const
     {
-        if (m_scope.colors && m_scope.colors->member(key))
+        if (isWritten(key))
             return false;
         const Node::Member *global = m_context.document.root().member(QLatin1String("global"));
         const Node::Member *colors = global ? global->node.member(QLatin1String("colors"))
@@ -135,24 +171,14 @@ private:
 
     void report(const QString &key, const QVector<Pair> &failing)
     {
-        const QColor color = m_texts.value(key);
+        const QColor color = m_look.texts.value(key);
         QStringList parts;
         for (const Pair &pair : failing) {
             parts.append(QStringLiteral("%1 on `%2` %3")
                                  .arg(ratioText(pair.ratio), pair.key, name(pair.surface)));
         }
-        // The text can hardly help it when it is unreadable on nothing but what nobody wrote.
-        const bool areDerived = std::all_of(
-                failing.begin(), failing.end(),
-                [this](const Pair &pair) { return isDerived(pair.key); });
-        QStringList help = areDerived ? otherSurfaces(failing) : QStringList();
-        const bool isOfSurfaces = !help.isEmpty();
-        if (help.isEmpty())
-            help = otherText(key, failing);
-        if (help.isEmpty() && failing.size() == 1)
-            help = otherSurfaces(failing);
-        if (help.isEmpty())
-            help = otherTextOnOne(key, failing);
+        const Changes mend = mendOf(key, failing);
+        const bool isOfSurfaces = !mend.isEmpty() && mend.first().key != key;
 
         Range place = m_context.valueRange(QStringLiteral("extends"));
         QString origin;
@@ -171,98 +197,210 @@ private:
                                          .arg(key, name(color), origin,
                                               parts.join(QLatin1String(", ")),
                                               Words::number(m_context.contrast)),
-                       help);
+                       mend.isEmpty() ? otherTextOnOne(key, failing) : help(key, mend));
     }
 
-    /// Whether the text \a key could have the color \a text: readable on all its backgrounds.
-    bool isReadable(const QString &key, const QColor &text) const
+    /// What to write so that the text \a key is readable and no other text less than before;
+    /// nothing if that is not found.
+    Changes mendOf(const QString &key, const QVector<Pair> &failing) const
     {
-        for (auto surface = m_surfaces.begin(); surface != m_surfaces.end(); ++surface) {
-            if (concerns(key, surface.key())
-                && Contrast::ratio(text, surface.value()) < m_context.contrast)
-                return false;
+        // The text can hardly help it when it is unreadable on nothing but what nobody wrote. A
+        // class with a background of its own still has the shades of another one.
+        const bool hasOwnGround = m_scope.colors && !m_scope.isGlobal
+                && m_scope.roles & roleBit(QStringLiteral("background"));
+        const bool isOfOthers = std::all_of(
+                failing.begin(), failing.end(), [this, hasOwnGround](const Pair &pair) {
+                    return hasOwnGround ? !isWritten(pair.key) : isDerived(pair.key);
+                });
+        const Changes surfaces = otherSurfaces(key, m_look, failing);
+        if (isOfOthers && mends(key, surfaces))
+            return surfaces;
+        const QVector<Change> texts = otherTexts(key, failing);
+        for (const Change &text : texts) {
+            if (mends(key, { text }))
+                return { text };
         }
-        return true;
-    }
-
-    /// Whether the background \a key could have the color \a surface: all its texts are readable.
-    bool isReadableOn(const QString &key, const QColor &surface) const
-    {
-        for (auto text = m_texts.begin(); text != m_texts.end(); ++text) {
-            if (concerns(text.key(), key)
-                && Contrast::ratio(text.value(), surface) < m_context.contrast)
-                return false;
+        for (const Change &text : texts) {
+            const Look look = lookWith({ text });
+            const Changes changes = Changes{ text }
+                    + otherSurfaces(key, look, failingPairs(look, key));
+            // What the scope itself says of backgrounds stays, unless that is less to write.
+            const bool isLonger = m_scope.roles & roleBit(key) && changes.size() > surfaces.size()
+                    && mends(key, surfaces);
+            if (!isLonger && mends(key, changes))
+                return changes;
         }
-        return true;
+        return mends(key, surfaces) ? surfaces : Changes();
     }
 
-    /// The nearest color for the text \a key that passes on all backgrounds.
-    QStringList otherText(const QString &key, const QVector<Pair> &failing) const
+    /// The nearest colors for the text \a key that pass on one of the backgrounds.
+    QVector<Change> otherTexts(const QString &key, const QVector<Pair> &failing) const
     {
+        QVector<Change> changes;
         for (const Pair &pair : failing) {
-            const QColor candidate = Contrast::nearestPassing(m_texts.value(key), pair.surface,
+            const QColor candidate = Contrast::nearestPassing(m_look.texts.value(key), pair.surface,
                                                               m_context.contrast);
-            if (candidate.isValid() && isReadable(key, candidate))
-                return {
-                    QStringLiteral("the nearest color that passes is `%1`").arg(candidate.name())
-                };
+            if (candidate.isValid())
+                changes.append({ key, candidate });
         }
-        return QStringList();
+        return changes;
     }
 
-    /// The same with a color that passes on one of the backgrounds.
+    /// The nearest colors for the backgrounds of \a failing on which the text \a key of \a look
+    /// passes; none if one of them has no such color.
+    Changes otherSurfaces(const QString &key, const Look &look, const QVector<Pair> &failing) const
+    {
+        Changes changes;
+        for (const Pair &pair : failing) {
+            const QColor surface = otherSurface(key, look, pair.surface);
+            if (!surface.isValid())
+                return Changes();
+            changes.append({ pair.key, surface });
+        }
+        return changes;
+    }
+
+    QColor otherSurface(const QString &key, const Look &look, const QColor &surface) const
+    {
+        QVector<QColor> all;
+        QVector<QColor> needed;
+        for (auto text = look.texts.begin(); text != look.texts.end(); ++text) {
+            if (!(look.known & roleBit(text.key())))
+                continue;
+            all.append(*text);
+            // What is hard to read already is mended by its own advice.
+            if (text.key() == key || failingPairs(m_look, text.key()).isEmpty())
+                needed.append(*text);
+        }
+        for (const QVector<QColor> &texts : { all, needed }) {
+            for (const QColor &text : texts) {
+                const QColor candidate = Contrast::nearestPassing(
+                        surface, Contrast::blended(text, surface), m_context.contrast);
+                if (candidate.isValid() && passOn(candidate, texts))
+                    return candidate;
+            }
+        }
+        return QColor();
+    }
+
+    bool passOn(const QColor &surface, const QVector<QColor> &texts) const
+    {
+        return std::all_of(texts.begin(), texts.end(), [&](const QColor &text) {
+            return Contrast::ratio(text, surface) >= m_context.contrast;
+        });
+    }
+
+    /// The colors of this scope with \a changes, read as the plugin reads them.
+    void load(ThemeObjectColors *colors, const Changes &changes) const
+    {
+        QJsonObject values = valuesWith(changes);
+        *colors = m_context.scratch->data().colors;
+        colors->load(values, m_scope.isGlobal);
+    }
+
+    QJsonObject valuesWith(const Changes &changes) const
+    {
+        QJsonObject values = m_scope.values;
+        for (const Change &change : changes)
+            values.insert(change.key, change.color.name());
+        return values;
+    }
+
+    Look lookWith(const Changes &changes) const
+    {
+        ThemeObjectColors colors(nullptr);
+        load(&colors, changes);
+        return lookOf(colors, m_scope.isGlobal ? colors : m_context.scratch->data().colors,
+                      colorRolesIn(valuesWith(changes), m_scope.isGlobal));
+    }
+
+    /// The texts of the theme's classes that are hard to read where \a page is its "global".
+    QSet<QString> failingInClasses(const ThemeObjectColors &page) const
+    {
+        QSet<QString> failing;
+        const QHash<QString, QJsonObject> &scopes = m_context.scratch->data().classScopes;
+        for (auto scope = scopes.begin(); scope != scopes.end(); ++scope) {
+            QJsonObject values = scope->value(QLatin1String("colors")).toObject();
+            if (values.isEmpty())
+                continue;
+            ThemeObjectColors colors(nullptr);
+            colors = page;
+            colors.load(values, false);
+            const Look look = lookOf(colors, page, colorRolesIn(values, false));
+            for (auto text = look.texts.begin(); text != look.texts.end(); ++text) {
+                if (!failingPairs(look, text.key()).isEmpty())
+                    failing.insert(text.key() + QLatin1Char(' ') + scope.key());
+            }
+        }
+        return failing;
+    }
+
+    /// Whether the text \a key is readable after \a changes, and no text hard to read that is not
+    /// so now.
+    bool mends(const QString &key, const Changes &changes) const
+    {
+        if (changes.isEmpty())
+            return false;
+        const Look look = lookWith(changes);
+        for (auto text = look.texts.begin(); text != look.texts.end(); ++text) {
+            if (!failingPairs(look, text.key()).isEmpty()
+                && (text.key() == key || failingPairs(m_look, text.key()).isEmpty()))
+                return false;
+        }
+        if (!m_scope.isGlobal)
+            return true;
+        ThemeObjectColors colors(nullptr);
+        load(&colors, changes);
+        return failingInClasses(m_context.scratch->data().colors)
+                .contains(failingInClasses(colors));
+    }
+
+    /// Says what to write for the text \a key.
+    QStringList help(const QString &key, const Changes &mend) const
+    {
+        QStringList help;
+        for (const Change &change : mend) {
+            QString where = QStringLiteral("the nearest `%1` that passes is").arg(change.key);
+            if (!m_scope.colors)
+                where = QStringLiteral("describe this class here as well, with `%1`")
+                                .arg(change.key);
+            else if (isWritten(change.key) && change.key == key && mend.size() == 1)
+                where = QStringLiteral("the nearest color that passes is");
+            else if (!isWritten(change.key))
+                where = QStringLiteral("write `%1` in %2: the nearest color that passes is")
+                                .arg(change.key,
+                                     m_scope.isGlobal ? QStringLiteral("\"global\"%1")
+                                                                .arg(derivation(change.key))
+                                                      : QStringLiteral("this class"));
+            help.append(QStringLiteral("%1 `%2`").arg(where, change.color.name()));
+        }
+        return help;
+    }
+
+    QString derivation(const QString &key) const
+    {
+        return isDerived(key) ? QStringLiteral(", where it is derived from `%1`").arg(baseOf(key))
+                              : QString();
+    }
+
+    /// A color for the text \a key that passes on one of the backgrounds.
     QStringList otherTextOnOne(const QString &key, const QVector<Pair> &failing) const
     {
         for (const Pair &pair : failing) {
-            const QColor candidate = Contrast::nearestPassing(m_texts.value(key), pair.surface,
+            const QColor candidate = Contrast::nearestPassing(m_look.texts.value(key), pair.surface,
                                                               m_context.contrast);
             if (candidate.isValid())
-                return { QStringLiteral("the nearest color that passes on `%1` is `%2`, but none "
-                                        "passes on all")
+                return { QStringLiteral("the nearest color that passes on `%1` is `%2`, but "
+                                        "other colors have to change as well")
                                  .arg(pair.key, candidate.name()) };
         }
         return QStringList();
     }
 
-    /// The nearest colors for the backgrounds of \a failing on which all texts pass; none if one of
-    /// them has no such color.
-    QStringList otherSurfaces(const QVector<Pair> &failing) const
-    {
-        QStringList help;
-        for (const Pair &pair : failing) {
-            const QColor surface = otherSurface(pair);
-            if (!surface.isValid())
-                return QStringList();
-            help.append(
-                    isDerived(pair.key)
-                            ? QStringLiteral(
-                                      "write `%1` in \"global\", where it is derived from `%2`: "
-                                      "the nearest color that passes is `%3`")
-                                      .arg(pair.key, baseOf(pair.key), surface.name())
-                            : QStringLiteral("the nearest `%1` that passes is `%2`")
-                                      .arg(pair.key, surface.name()));
-        }
-        return help;
-    }
-
-    QColor otherSurface(const Pair &pair) const
-    {
-        for (const QColor &text : m_texts) {
-            const QColor opaque = Contrast::blended(text, pair.surface);
-            QColor candidate = Contrast::nearestPassing(pair.surface, opaque, m_context.contrast);
-            if (candidate.isValid() && isReadableOn(pair.key, candidate))
-                return candidate;
-        }
-        return QColor();
-    }
-
     const ThemeContext &m_context;
     const ColoredScope &m_scope;
-    const unsigned m_known;
     Findings &m_findings;
-    /// The colors of the scope under their keys, backgrounds as they are seen.
-    QMap<QString, QColor> m_texts;
-    QMap<QString, QColor> m_surfaces;
+    Look m_look;
 };
 
 /// Whether an item can have the class \a name, and have it alone.
@@ -290,7 +428,9 @@ void checkOwnScopes(const ThemeContext &context, Findings &findings)
             continue;
         const bool isGlobal = member.key == QLatin1String("global");
         ColoredScope scope;
-        scope.roles = colorRolesIn(colors->node.value.toObject(), isGlobal);
+        scope.isGlobal = isGlobal;
+        scope.values = colors->node.value.toObject();
+        scope.roles = colorRolesIn(scope.values, isGlobal);
         scope.colors = &colors->node;
         if (isGlobal)
             ContrastCheck(context, scope, findings).run(*context.scratch->theme().colors());
@@ -312,8 +452,8 @@ void checkInheritedScopes(const ThemeContext &context, Findings &findings)
         if (context.document.root().member(name))
             continue;
         ColoredScope scope;
-        scope.roles = colorRolesIn(scopes.value(name).value(QLatin1String("colors")).toObject(),
-                                   false);
+        scope.values = scopes.value(name).value(QLatin1String("colors")).toObject();
+        scope.roles = colorRolesIn(scope.values, false);
         scope.introduction = QStringLiteral("in the inherited class %1, ").arg(Words::quoted(name));
         checkClass(context, name, scope, findings);
     }
