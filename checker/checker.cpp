@@ -159,7 +159,10 @@ private:
             if (member.key() == QLatin1String("global") || member.key() == QLatin1String("title"))
                 continue;
             const bool isEmpty = member.value().toObject().isEmpty();
-            (isEmpty ? summary.emptyClasses : summary.classes).append(classNumber(member.key()));
+            const int number = classNumber(member.key());
+            (isEmpty ? summary.emptyClasses : summary.classes).append(number);
+            if (isMistakenClass(member.key(), member.value()))
+                m_set.mistakenClasses.insert(number);
         }
         m_set.themes.append(summary);
         m_set.entries.append(entry);

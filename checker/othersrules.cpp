@@ -37,11 +37,13 @@ void checkClasses(const ThemeContext &context, Findings &findings)
     QStringList others;
     for (int name = 0; name < set.classUses.size(); ++name) {
         const ThemeSet::ClassUse &use = set.classUses.at(name);
-        if (use.count == 0 || described.contains(name))
+        if (use.count == 0 || described.contains(name) || set.mistakenClasses.contains(name))
             continue;
         missing.append(set.classNames.at(name));
-        for (const int theme : use.themes)
-            others.append(set.entries.at(theme).title);
+        for (const int theme : use.themes) {
+            const LoadOrder::Entry &entry = set.entries.at(theme);
+            others.append(entry.title.isEmpty() ? entry.name : entry.title);
+        }
     }
     if (missing.isEmpty())
         return;

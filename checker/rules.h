@@ -6,6 +6,7 @@
 #include "checker/scratchtheme.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 
 /// \file
 /// What is looked for in themes. Each function looks for some of the codes and knows nothing of the
@@ -57,6 +58,8 @@ struct ThemeSet
     /// In the same order.
     QVector<LoadOrder::Entry> entries;
     QStringList classNames;
+    /// Those of classNames that are told to be no classes, see isMistakenClass().
+    QSet<int> mistakenClasses;
 
     // What load() works out.
     LoadOrder::Result order;
@@ -104,6 +107,10 @@ unsigned colorRolesIn(const QJsonObject &colors, bool derives);
 
 /// Whether the plugin takes \a text for a color, and which one.
 QColor readColor(const QString &text);
+
+/// Whether the member \a key of a document, with \a value, makes a class but is told to be meant
+/// for another key or another place.
+bool isMistakenClass(const QString &key, const QJsonValue &value);
 
 /// One theme that is looked at.
 struct ThemeContext

@@ -139,6 +139,24 @@ QString percent(double fraction)
     return QStringLiteral("%1 %").arg(int(std::lround(fraction * 100)));
 }
 
+/// The key of a document that \a key, with \a value, may have been meant to be; empty if none is
+/// near.
+QString nearestDocumentKey(const QString &key, const QJsonValue &value)
+{
+    QStringList names;
+    const QVector<ThemeKey> keys = ThemeKeys::at(ThemeKey::Document);
+    for (const ThemeKey &known : keys) {
+        if (!known.name.isEmpty() && hasType(value, known.type))
+            names.append(known.name);
+    }
+    return Words::nearest(key, names);
+}
+
+bool isScopeKey(const QString &key)
+{
+    return ThemeKeys::names(ThemeKey::Scope).contains(key);
+}
+
 /// Looks through the scopes of one theme.
 class ScopeCheck
 {
@@ -211,29 +229,20 @@ private:
     bool reportMisplaced(const Node::Member &member)
     {
         const QJsonValue &value = member.node.value;
-        QStringList names;
-        const QVector<ThemeKey> keys = ThemeKeys::at(ThemeKey::Document);
-        for (const ThemeKey &key : keys) {
-            if (!key.name.isEmpty() && hasType(value, key.type))
-                names.append(key.name);
-        }
-        const QString nearest = Words::nearest(member.key, names);
-        if (!nearest.isEmpty()) {
-            m_findings.add(
-                    Severity::Warning, Code::UnknownKey, member.keyRange,
-                    QStringLiteral("%1 is the name of a class here").arg(Words::quoted(member.key)),
-                    { QStringLiteral("did you mean %1?").arg(Words::quoted(nearest)) });
-            return true;
-        }
-        const bool isScopeKey = ThemeKeys::names(ThemeKey::Scope).contains(member.key);
-        if (!isScopeKey && !ThemeKeys::names(ThemeKey::Colors).contains(member.key))
+        if (!isMistakenClass(member.key, value))
             return false;
-        m_findings.add(
-                Code::MisplacedKey, member.keyRange,
-                QStringLiteral("%1 is the name of a class here").arg(Words::quoted(member.key)),
-                QStringLiteral("move it into %1")
-                        .arg(isScopeKey ? QStringLiteral("`global`")
-                                        : QStringLiteral("`colors` in `global`")));
+        const QString what =
+                QStringLiteral("%1 is the name of a class here").arg(Words::quoted(member.key));
+        const QString nearest = nearestDocumentKey(member.key, value);
+        if (!nearest.isEmpty())
+            m_findings.add(Severity::Warning, Code::UnknownKey, member.keyRange, what,
+                           { QStringLiteral("did you mean %1?").arg(Words::quoted(nearest)) });
+        else
+            m_findings.add(Code::MisplacedKey, member.keyRange, what,
+                           QStringLiteral("move it into %1")
+                                   .arg(isScopeKey(member.key)
+                                                ? QStringLiteral("`global`")
+                                                : QStringLiteral("`colors` in `global`")));
         return true;
     }
 
@@ -406,6 +415,15 @@ private:
 };
 
 } // namespace
+
+bool isMistakenClass(const QString &key, const QJsonValue &value)
+{
+    // Editors and tools put words of their own there.
+    if (key.startsWith(QLatin1Char('$')))
+        return false;
+    return isScopeKey(key) || ThemeKeys::names(ThemeKey::Colors).contains(key)
+            || !nearestDocumentKey(key, value).isEmpty();
+}
 
 void checkScopes(const ThemeContext &context, Findings &findings)
 {
