@@ -15,7 +15,8 @@ int runExplain(const QStringList &arguments)
         return command.exitCode();
     const QStringList names = command.parser().positionalArguments();
     if (names.size() != 1)
-        return command.refuse(QStringLiteral("name one code"));
+        return command.refuse(
+                QStringLiteral("name one code; `" TOOL_NAME " check --list-codes` prints all"));
     const CodeInfo *info = Codes::find(names.first());
     if (!info)
         return command.refuse(noSuchCode(names.first()));

@@ -191,8 +191,10 @@ void tst_CheckCommand::wrongUse_data()
         TOOL_NAME " check: there is no code \"xyzzy\"");
     row("watching in a format of one document", "check --watch --format sarif .",
         TOOL_NAME " check: --watch goes with the formats text and json only");
-    row("explaining nothing", "explain", TOOL_NAME " explain: name one code");
-    row("explaining two", "explain bad-radius empty-file", TOOL_NAME " explain: name one code");
+    row("explaining nothing", "explain",
+        TOOL_NAME " explain: name one code; `" TOOL_NAME " check --list-codes` prints all");
+    row("explaining two", "explain bad-radius empty-file",
+        TOOL_NAME " explain: name one code; `" TOOL_NAME " check --list-codes` prints all");
     row("explaining an unknown code", "explain radius-bad",
         TOOL_NAME " explain: there is no code \"radius-bad\"");
 }
