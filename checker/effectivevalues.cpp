@@ -495,6 +495,19 @@ void addClassValues(const Lineage &lineage, Item &item, const QStringList &class
     }
 }
 
+QStringList classesOf(const Lineage &lineage, const Item &item)
+{
+    QStringList classes = lineage.classNames();
+    const QStringList styles = item.data()->styles.keys();
+    for (const QString &style : styles) {
+        if (style.contains(QLatin1Char('_')))
+            classes.append(style.section(QLatin1Char('_'), 1));
+    }
+    classes.sort();
+    classes.removeDuplicates();
+    return classes;
+}
+
 } // namespace
 
 EffectiveValues EffectiveValues::of(const LoadedFolder &folder, Theme *theme,
@@ -507,6 +520,12 @@ EffectiveValues EffectiveValues::of(const LoadedFolder &folder, Theme *theme,
     result.title = theme->title();
     result.file = theme->filename();
     result.classnames = classes.join(QLatin1Char(' '));
+    result.themeClasses = classesOf(lineage, item);
+    for (const QString &name : classes) {
+        if (!result.themeClasses.contains(name))
+            result.missingClasses.append(name);
+    }
+    result.missingClasses.removeDuplicates();
     addColorsAndFonts(item, originsOf(lineage, theme, item, classes), &result.values);
     result.values.append({ QStringLiteral("radius"), item->radius(), radiusOrigin(lineage) });
     addStyles(item, result.classnames, &result.values);

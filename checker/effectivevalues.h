@@ -3,6 +3,7 @@
 #include "checker/document.h"
 
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 
@@ -63,6 +64,11 @@ struct EffectiveValues
     /// Absolute path of the theme file.
     QString file;
     QString classnames;
+    /// The classes of the theme: those that it describes or inherits, and those that a style has a
+    /// variant for.
+    QStringList themeClasses;
+    /// The class names of the item that are none of these.
+    QStringList missingClasses;
     QVector<EffectiveValue> values;
 
     /// The values of \a theme, one of \a folder, for an item with \a classnames. Class values are

@@ -77,6 +77,19 @@ FoundScope Lineage::classScope(const QString &name) const
     return FoundScope();
 }
 
+QStringList Lineage::classNames() const
+{
+    QStringList names;
+    for (const Generation &generation : m_generations) {
+        const QJsonObject document = generation.document.object();
+        for (auto member = document.begin(); member != document.end(); ++member) {
+            if (member.key() != globalKey && member.value().isObject())
+                names.append(member.key());
+        }
+    }
+    return names;
+}
+
 FoundScope Lineage::own() const
 {
     return found(m_generations.front(), titleKey);

@@ -40,6 +40,8 @@ public:
     FoundScope global() const;
     /// The scope of the class \a name.
     FoundScope classScope(const QString &name) const;
+    /// The classes that it describes in any way, or inherits.
+    QStringList classNames() const;
     /// The place of the title in the theme's own file.
     FoundScope own() const;
 

@@ -34,9 +34,13 @@ QString notOneOf(const QString &what, const QString &value, const QStringList &w
 
 QString noSuchCode(const QString &name)
 {
-    const QString nearest = Words::nearest(name, Codes::names());
-    return QStringLiteral("there is no code \"%1\"").arg(name)
-            + (nearest.isEmpty() ? QString() : QStringLiteral("; did you mean %1?").arg(nearest));
+    return QStringLiteral("there is no code \"%1\"").arg(name) + didYouMean(name, Codes::names());
+}
+
+QString didYouMean(const QString &name, const QStringList &candidates)
+{
+    const QString nearest = Words::nearest(name, candidates);
+    return nearest.isEmpty() ? QString() : QStringLiteral("; did you mean %1?").arg(nearest);
 }
 
 void print(const QString &text)

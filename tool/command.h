@@ -54,6 +54,9 @@ QString notOneOf(const QString &what, const QString &value, const QStringList &w
 /// What to say of a \a name that no code of `check` has, with the one that may be meant.
 QString noSuchCode(const QString &name);
 
+/// What to add about the one of \a candidates that may be meant by \a name; empty if none is near.
+QString didYouMean(const QString &name, const QStringList &candidates);
+
 /// Writes \a text on standard output.
 void print(const QString &text);
 

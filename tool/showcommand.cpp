@@ -72,6 +72,9 @@ int runShow(const QStringList &arguments)
         return UsageError;
     const QString classnames = options.classnames();
     EffectiveValues values = EffectiveValues::of(argument.folder(), argument.theme(), classnames);
+    for (const QString &name : std::as_const(values.missingClasses))
+        command.complain(QStringLiteral("the theme has no class \"%1\"").arg(name)
+                         + didYouMean(name, values.themeClasses));
     if (parser.isSet(key)) {
         const QString path = parser.value(key);
         select(path, &values);

@@ -35,6 +35,9 @@ private Q_SLOTS:
     void hostileTextsStayInTheirPlaces();
     void wrongUse_data();
     void wrongUse();
+    void titleOfAFolder();
+    void missingClasses_data();
+    void missingClasses();
     void brokenTheme();
     void themeThatIsLeftOut();
     void diffShowsWhatIsNotTheSame();
@@ -405,7 +408,20 @@ void tst_ShowCommand::wrongUse_data()
             << words("show Cost")
             << QStringLiteral(
                        "there is no file \"Cost\", and no theme of that title in \".\"; there "
-                       "is \"Coast\", \"Harbour\"");
+                       "are \"Coast\", \"Harbour\"; did you mean Coast?\n");
+    QTest::newRow("a title like no other")
+            << words("show Lighthouse")
+            << QStringLiteral(
+                       "there is no file \"Lighthouse\", and no theme of that title in \".\"; "
+                       "there are \"Coast\", \"Harbour\"\n");
+    QTest::newRow("a title in a folder of one theme")
+            << words("show Coast --folder mist")
+            << QStringLiteral("there is no file \"Coast\", and no theme of that title in "
+                              "\"mist\"; there is \"Mist\"\n");
+    QTest::newRow("a folder")
+            << words("show mist")
+            << QStringLiteral("\"mist\" is a folder; name a theme file in it, or a title and "
+                              "--folder mist\n");
     QTest::newRow("a file of another name")
             << words("show styles/Button_header.qml")
             << QStringLiteral("styles/Button_header.qml:1:1: error:");
@@ -416,11 +432,66 @@ void tst_ShowCommand::wrongUse()
     QFETCH(QStringList, arguments);
     QFETCH(QString, message);
     writeCoast();
+    write(QStringLiteral("mist/mist.thm"), "{ \"title\": \"Mist\" }\n");
     const ProgramRun result = run(arguments);
     QVERIFY2(result.errors.startsWith(QStringLiteral(TOOL_NAME " show: ") + message),
              qPrintable(result.errors));
     QCOMPARE(result.output, QString());
     QCOMPARE(result.exitCode, 2);
+}
+
+/// A theme whose title is also a folder's name is the theme.
+void tst_ShowCommand::titleOfAFolder()
+{
+    write(QStringLiteral("mist.thm"), "{ \"title\": \"mist\", \"global\": { \"radius\": 3 } }\n");
+    QVERIFY(QDir(folder()).mkdir(QStringLiteral("mist")));
+    const ProgramRun result = run(words("show mist --key radius"));
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.output,
+             QStringLiteral("mist, mist.thm\n\n  radius  3  mist.thm:1:42, global\n"));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void tst_ShowCommand::missingClasses_data()
+{
+    QTest::addColumn<QString>("classes");
+    QTest::addColumn<QStringList>("complaints");
+    QTest::newRow("described") << QStringLiteral("header") << QStringList();
+    QTest::newRow("in a style only") << QStringLiteral("primary") << QStringList();
+    QTest::newRow("misspelt")
+            << QStringLiteral("haeder")
+            << QStringList{ QStringLiteral(
+                       "the theme has no class \"haeder\"; did you mean header?") };
+    QTest::newRow("misspelt name of a style's variant")
+            << QStringLiteral("primry")
+            << QStringList{ QStringLiteral(
+                       "the theme has no class \"primry\"; did you mean primary?") };
+    QTest::newRow("one of three, twice")
+            << QStringLiteral("z header z")
+            << QStringList{ QStringLiteral("the theme has no class \"z\"") };
+    QTest::newRow("a key that is no class")
+            << QStringLiteral("title global")
+            << QStringList{ QStringLiteral("the theme has no class \"title\""),
+                            QStringLiteral("the theme has no class \"global\"") };
+}
+
+void tst_ShowCommand::missingClasses()
+{
+    QFETCH(QString, classes);
+    QFETCH(QStringList, complaints);
+    writeCoast();
+    write(QStringLiteral("styles/Card_primary.qml"), "import QtQuick 2.12\nItem {}\n");
+    // The class is inherited there.
+    for (const char *file : { "coast.thm", "harbour.thm" }) {
+        const ProgramRun result = run({ QStringLiteral("show"), QLatin1String(file),
+                                        QStringLiteral("--class"), classes });
+        QString errors;
+        for (const QString &complaint : qAsConst(complaints))
+            errors += QStringLiteral(TOOL_NAME " show: ") + complaint + QLatin1Char('\n');
+        QCOMPARE(result.errors, errors);
+        QVERIFY(result.output.contains(QLatin1String("\ncolors\n")));
+        QCOMPARE(result.exitCode, 0);
+    }
 }
 
 void tst_ShowCommand::brokenTheme()
