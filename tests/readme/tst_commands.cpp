@@ -23,6 +23,7 @@ private Q_SLOTS:
     void galleryScriptHelpsAtOnce();
     void exampleRunsByItsCommand();
     void deployedApplicationRuns();
+    void deployedApplicationHasTheStyle();
     void followerNoticesReplacedFiles();
 
 private:
@@ -34,7 +35,8 @@ private:
     static Result run(const QString &folder, const QString &program, const QStringList &arguments);
     Result build();
     void showWithTheStyle(const QStringList &words);
-    void writeDeployedApplication();
+    QStringList deploying(const QString &language, const QString &heading) const;
+    void writeDeployedApplication(const QString &extraWindow);
 
     const Markdown m_readme{ QStringLiteral("README.md") };
     const Markdown m_contributing{ QStringLiteral("CONTRIBUTING.md") };
@@ -55,9 +57,11 @@ const QString end = QStringLiteral(R"(
         running: true
         interval: 100
         onTriggered: Qt.exit(title === "Harbour" && color == "#f4f7f9" && button.item
-                             && button.item.objectName === "embedded" ? 42 : 1)
+                             && button.item.radius === 6 && button.item.color == "#d5dfe6" ? 42 : 1)
     }
 )");
+
+const QString deployingPage = QStringLiteral("Deploying an application");
 
 /// What a page says of Qt 5, for the Qt of this build.
 QString forThisQt(QString code)
@@ -274,39 +278,63 @@ void tst_Commands::exampleRunsByItsCommand()
     QCOMPARE(result.exitCode, 42);
 }
 
-/// The files of docs/deploying.md, as it names them.
-void tst_Commands::writeDeployedApplication()
+/// The pieces in \a language under \a heading of docs/deploying.md.
+QStringList tst_Commands::deploying(const QString &language, const QString &heading) const
 {
-    write(QStringLiteral("main.cpp"), m_deploying.only(QStringLiteral("cpp")).toUtf8());
-    write(QStringLiteral("harbour.qrc"), m_deploying.only(QStringLiteral("xml")).toUtf8());
-    QString window = m_deploying.only(QStringLiteral("qml")).trimmed();
+    QStringList pieces;
+    const QList<Markdown::Block> blocks = m_deploying.blocks();
+    for (const Markdown::Block &block : blocks) {
+        if (block.language == language && block.heading == heading)
+            pieces.append(block.code);
+    }
+    return pieces;
+}
+
+/// The files of docs/deploying.md, as it names them. \a extraWindow goes into the window.
+void tst_Commands::writeDeployedApplication(const QString &extraWindow)
+{
+    const auto pieces = [this](const char *language) {
+        return deploying(QLatin1String(language), deployingPage);
+    };
+    QStringList qml = pieces("qml");
+    QCOMPARE(qml.size(), 2);
+    for (QString &code : qml)
+        code.replace(QStringLiteral("import Tavolins "),
+                     QStringLiteral("import " TAVOLINS_QML_URI " "));
+    QString window = qml.first().trimmed();
     QVERIFY(window.endsWith(QLatin1Char('}')));
     window.chop(1);
-    window.replace(QStringLiteral("import Tavolins "),
-                   QStringLiteral("import " TAVOLINS_QML_URI " "));
-    write(QStringLiteral("main.qml"), (window + end + QLatin1Char('}')).toUtf8());
-    write(QStringLiteral("themes/harbour.thm"), m_readme.only(QStringLiteral("json")).toUtf8());
-    write(QStringLiteral("themes/styles/Button.qml"),
-          "import QtQuick 2.12\nItem { objectName: \"embedded\" }\n");
+    const QMap<QString, QString> files{
+        { QStringLiteral("main.cpp"), pieces("cpp").value(0) },
+        { QStringLiteral("harbour.qrc"), pieces("xml").value(0) },
+        { QStringLiteral("main.qml"), window + extraWindow + QLatin1Char('}') },
+        { QStringLiteral("themes/harbour.thm"), pieces("json").value(0) },
+        { QStringLiteral("themes/styles/Button.qml"), qml.last() },
+    };
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        QVERIFY2(!file->isEmpty() && m_deploying.prose().contains(QLatin1Char('`') + file.key()),
+                 qPrintable(file.key()));
+        write(file.key(), file->toUtf8());
+    }
 }
 
 void tst_Commands::deployedApplicationRuns()
 {
-    writeDeployedApplication();
-    const QList<Markdown::Block> blocks = m_deploying.blocks();
+    writeDeployedApplication(end);
+    const QStringList blocks = deploying(QStringLiteral("cmake"), deployingPage);
+    QCOMPARE(blocks.size(), 2);
 
     // The other way of the page first: nothing of the module is carried, and import paths that Qt
     // has anyway lead to it.
-    QStringList lines = blocks.first().code.split(QLatin1Char('\n'));
+    QStringList lines = blocks.first().split(QLatin1Char('\n'));
     const auto carriesModule = [](const QString &line) {
         return line.startsWith(QLatin1String("install(DIRECTORY"))
                 || line.startsWith(QLatin1String("set_target_properties"));
     };
     QCOMPARE(std::count_if(lines.cbegin(), lines.cend(), carriesModule), 2);
     lines.erase(std::remove_if(lines.begin(), lines.end(), carriesModule), lines.end());
-    QCOMPARE(blocks.last().language, QStringLiteral("cmake"));
     write(QStringLiteral("CMakeLists.txt"),
-          forThisQt(lines.join(QLatin1Char('\n')) + blocks.last().code).toUtf8());
+          forThisQt(lines.join(QLatin1Char('\n')) + blocks.last()).toUtf8());
     const Result linked = build();
     QVERIFY2(linked.exitCode == 0, linked.output.constData());
     const QString modules = m_prefix.filePath(QStringLiteral(TAVOLINS_QML_INSTALL_DIR));
@@ -316,7 +344,7 @@ void tst_Commands::deployedApplicationRuns()
     QCOMPARE(ranLinked.output, QByteArray());
     QCOMPARE(ranLinked.exitCode, 42);
 
-    write(QStringLiteral("CMakeLists.txt"), forThisQt(blocks.first().code).toUtf8());
+    write(QStringLiteral("CMakeLists.txt"), forThisQt(blocks.first()).toUtf8());
     const Result built = build();
     QVERIFY2(built.exitCode == 0, built.output.constData());
     // Elsewhere, and without what it was built from.
@@ -327,6 +355,52 @@ void tst_Commands::deployedApplicationRuns()
     const Result ran = run(folder(), here.filePath(QStringLiteral("moved/bin/harbour")), {});
     QCOMPARE(ran.output, QByteArray());
     QCOMPARE(ran.exitCode, 42);
+}
+
+/// The same application with the section about Qt Quick Controls.
+void tst_Commands::deployedApplicationHasTheStyle()
+{
+#if defined(TAVOLINS_WITHOUT_CONTROLS)
+    QSKIP("built without the style for Qt Quick Controls");
+#elif QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QSKIP("the section is about Qt 5; with Qt 6 the style is in the module's folder");
+#else
+    const QString section = QStringLiteral("With the style for Qt Quick Controls");
+    const QString cmakeCode = deploying(QStringLiteral("cmake"), section).value(0);
+    const QStringList code =
+            deploying(QStringLiteral("cpp"), section).value(0).split(QStringLiteral("\n\n"));
+    QCOMPARE(code.size(), 2);
+    // A window of the style has the theme's background.
+    writeDeployedApplication(QStringLiteral(R"(
+        Controls.ApplicationWindow { id: styled }
+        Timer {
+            running: true
+            interval: 100
+            onTriggered: Qt.exit(styled.color == "#f4f7f9" ? 42 : 1)
+        }
+    )"));
+    const auto change = [this](const char *name, const QString &before, const QString &after) {
+        QFile file(folder() + QLatin1Char('/') + QLatin1String(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QString text = QString::fromUtf8(file.readAll());
+        QCOMPARE(text.count(before), 1);
+        write(QLatin1String(name), text.replace(before, after).toUtf8());
+    };
+    change("main.qml", QStringLiteral("import QtQuick.Window 2.12\n"),
+           QStringLiteral("import QtQuick.Window 2.12\n"
+                          "import QtQuick.Controls 2.12 as Controls\n"));
+    const QString engine = QStringLiteral("    QQmlApplicationEngine engine;\n");
+    change("main.cpp", engine, code.last() + engine);
+    const QString include = QStringLiteral("#include <QtGui/QGuiApplication>\n");
+    change("main.cpp", include, include + code.first() + QLatin1Char('\n'));
+    write(QStringLiteral("CMakeLists.txt"),
+          (deploying(QStringLiteral("cmake"), deployingPage).value(0) + cmakeCode).toUtf8());
+    const Result built = build();
+    QVERIFY2(built.exitCode == 0, built.output.constData());
+    const Result ran = run(folder(), folder() + QStringLiteral("/installed/bin/harbour"), {});
+    QCOMPARE(ran.output, QByteArray());
+    QCOMPARE(ran.exitCode, 42);
+#endif
 }
 
 /// The class of docs/using.md, linked as the README has it.

@@ -253,8 +253,9 @@ void tst_Pages::chooserRemembers()
 void tst_Pages::linksLeadSomewhere_data()
 {
     QTest::addColumn<QString>("page");
-    for (const char *page : { "README.md", "CONTRIBUTING.md", "docs/README.md", "docs/using.md",
-                              "examples/settings/README.md" })
+    for (const char *page :
+         { "README.md", "CONTRIBUTING.md", "docs/README.md", "docs/using.md", "docs/deploying.md",
+           "docs/controls.md", "examples/settings/README.md" })
         QTest::newRow(page) << QString::fromLatin1(page);
 }
 
