@@ -43,12 +43,14 @@ T.SpinBox {
         inputMethodHints: control.inputMethodHints
     }
 
+    // Both indicators stay inside of the line around the control, whatever they are filled with.
     up.indicator: Rectangle {
-        x: control.mirrored ? 0 : parent.width - width
-        height: parent.height
+        x: control.mirrored ? Look.focusWidth : parent.width - width - Look.focusWidth
+        y: Look.focusWidth
+        height: parent.height - 2 * Look.focusWidth
         implicitWidth: Look.touchHeight
         implicitHeight: Look.touchHeight
-        radius: Math.min(Look.radius, height / 2)
+        radius: Math.max(0, Math.min(Look.radius, parent.height / 2) - Look.focusWidth)
         color: control.up.pressed ? control.__look.flat.pressed
                : control.up.hovered ? control.__look.flat.hovered : control.__look.flat.rest
 
@@ -66,11 +68,12 @@ T.SpinBox {
     }
 
     down.indicator: Rectangle {
-        x: control.mirrored ? parent.width - width : 0
-        height: parent.height
+        x: control.mirrored ? parent.width - width - Look.focusWidth : Look.focusWidth
+        y: Look.focusWidth
+        height: parent.height - 2 * Look.focusWidth
         implicitWidth: Look.touchHeight
         implicitHeight: Look.touchHeight
-        radius: Math.min(Look.radius, height / 2)
+        radius: Math.max(0, Math.min(Look.radius, parent.height / 2) - Look.focusWidth)
         color: control.down.pressed ? control.__look.flat.pressed
                : control.down.hovered ? control.__look.flat.hovered : control.__look.flat.rest
 

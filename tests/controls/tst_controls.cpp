@@ -10,6 +10,7 @@
 #include <QtCore/QDir>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
+#include <QtQml/QQmlProperty>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void growsWithTheFont();
     void isHighEnoughToTouch_data();
     void isHighEnoughToTouch();
+    void frameOfASpinBoxIsClosed_data();
+    void frameOfASpinBoxIsClosed();
 
     void classOfUnknownNameIsNone_data();
     void classOfUnknownNameIsNone();
@@ -512,6 +515,68 @@ void tst_Controls::isHighEnoughToTouch()
              qPrintable(QStringLiteral("%1 < %2")
                                 .arg(ours->implicitHeight())
                                 .arg(fusion->implicitHeight())));
+}
+
+void tst_Controls::frameOfASpinBoxIsClosed_data()
+{
+    QTest::addColumn<QByteArray>("classname");
+    QTest::addColumn<bool>("isFocused");
+    QTest::addColumn<QByteArray>("pressed");
+    for (const char *name : { "no class", "primary", "danger" }) {
+        const QByteArray classname = qstrcmp(name, "no class") == 0 ? "" : name;
+        for (const bool isFocused : { false, true }) {
+            const char *focus = isFocused ? "focused" : "without focus";
+            QTest::addRow("%s, %s", name, focus) << classname << isFocused << QByteArray();
+            for (const char *end : { "up", "down" })
+                QTest::addRow("%s, %s, %s pressed", name, focus, end)
+                        << classname << isFocused << QByteArray(end);
+        }
+    }
+}
+
+/// The line around it is as wide, and of the same color, at the ends as in the middle.
+void tst_Controls::frameOfASpinBoxIsClosed()
+{
+    QFETCH(QByteArray, classname);
+    QFETCH(bool, isFocused);
+    QFETCH(QByteArray, pressed);
+    constexpr int width = 220;
+    constexpr int height = 60;
+    constexpr int radius = 10;
+    QVERIFY(bundledThemes().contains(QStringLiteral("Dusk")));
+    switchTo(QStringLiteral("Dusk"));
+    QQuickWindow *window = show("SpinBox { objectName: \"box\"; width: 220; height: 60; value: 5\n"
+                                "editable: true; focusPolicy: Qt.NoFocus; Theme.classnames: \""
+                                + classname + "\" }");
+    QVERIFY(window);
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QQuickItem *box = find(window, "box");
+    if (isFocused)
+        box->forceActiveFocus(Qt::TabFocusReason);
+    QCOMPARE(box->hasActiveFocus(), isFocused);
+    const QPoint place(pressed == "up" ? width - 15 : 15, height / 2);
+    if (!pressed.isEmpty()) {
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, place);
+        QVERIFY(QQmlProperty(box, QLatin1String(pressed + ".pressed")).read().toBool());
+    }
+    const QImage image = picture(window);
+    if (!pressed.isEmpty())
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, place);
+
+    const QRgb line = image.pixel(width / 2, 0);
+    for (int depth = 0; depth < (isFocused ? 2 : 1); ++depth) {
+        for (int x = radius; x < width - radius; ++x) {
+            QCOMPARE(image.pixel(x, depth), line);
+            QCOMPARE(image.pixel(x, height - 1 - depth), line);
+        }
+        for (int y = radius; y < height - radius; ++y) {
+            QCOMPARE(image.pixel(depth, y), line);
+            QCOMPARE(image.pixel(width - 1 - depth, y), line);
+        }
+    }
+    QVERIFY(image.pixel(width / 2, 3) != line);
+    QVERIFY(image.pixel(3, height / 2) != line);
+    QVERIFY(image.pixel(width - 4, height / 2) != line);
 }
 
 void tst_Controls::classOfUnknownNameIsNone_data()
