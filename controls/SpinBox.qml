@@ -48,7 +48,7 @@ T.SpinBox {
         x: control.mirrored ? Look.focusWidth : parent.width - width - Look.focusWidth
         y: Look.focusWidth
         height: parent.height - 2 * Look.focusWidth
-        implicitWidth: Look.touchHeight
+        implicitWidth: Math.max(Look.touchHeight, control.font.pixelSize + 2 * Look.padding)
         implicitHeight: Look.touchHeight
         radius: Math.max(0, Math.min(Look.radius, parent.height / 2) - Look.focusWidth)
         color: control.up.pressed ? control.__look.flat.pressed
@@ -71,7 +71,7 @@ T.SpinBox {
         x: control.mirrored ? parent.width - width - Look.focusWidth : Look.focusWidth
         y: Look.focusWidth
         height: parent.height - 2 * Look.focusWidth
-        implicitWidth: Look.touchHeight
+        implicitWidth: control.up.implicitIndicatorWidth
         implicitHeight: Look.touchHeight
         radius: Math.max(0, Math.min(Look.radius, parent.height / 2) - Look.focusWidth)
         color: control.down.pressed ? control.__look.flat.pressed

@@ -47,6 +47,8 @@ private Q_SLOTS:
     void isHighEnoughToTouch();
     void frameOfASpinBoxIsClosed_data();
     void frameOfASpinBoxIsClosed();
+    void partsOfASpinBoxHaveRoom_data();
+    void partsOfASpinBoxHaveRoom();
 
     void classOfUnknownNameIsNone_data();
     void classOfUnknownNameIsNone();
@@ -134,6 +136,12 @@ void collectRects(QQuickItem *item, QQuickItem *control, QList<QRectF> *rects)
         collectRects(child, control, rects);
 }
 
+/// Where \a item is, as seen from \a root.
+QRectF rectIn(QQuickItem *root, QQuickItem *item)
+{
+    return item->mapRectToItem(root, QRectF(0, 0, item->width(), item->height()));
+}
+
 QByteArray describe(const QRectF &rect)
 {
     return QStringLiteral("(%1, %2) %3 x %4")
@@ -162,8 +170,7 @@ QStringList cutTexts(QQuickItem *item, QQuickItem *root)
     const QVariant width = item->property("contentWidth");
     if (!text.isEmpty() && width.isValid() && item->property("font").isValid()) {
         const qreal height = item->property("contentHeight").toReal();
-        const QRectF inRoot = item->mapRectToItem(root,
-                                                  QRectF(0, 0, item->width(), item->height()));
+        const QRectF inRoot = rectIn(root, item);
         const QRectF bounds = QRectF(0, 0, root->width(), root->height()).adjusted(-1, -1, 1, 1);
         if (item->property("truncated").toBool() || width.toReal() > item->width() + 1
             || height > item->height() + 1 || !bounds.contains(inRoot))
@@ -577,6 +584,43 @@ void tst_Controls::frameOfASpinBoxIsClosed()
     QVERIFY(image.pixel(width / 2, 3) != line);
     QVERIFY(image.pixel(3, height / 2) != line);
     QVERIFY(image.pixel(width - 4, height / 2) != line);
+}
+
+void tst_Controls::partsOfASpinBoxHaveRoom_data()
+{
+    QTest::addColumn<int>("pixelSize");
+    for (const int pixelSize : { 10, 14, 40, 44, 80 })
+        QTest::addRow("a font of %d pixels", pixelSize) << pixelSize;
+}
+
+/// Each sign stands inside its indicator, and both beside the number, whatever the font.
+void tst_Controls::partsOfASpinBoxHaveRoom()
+{
+    QFETCH(int, pixelSize);
+    constexpr qreal margin = 4;
+    QVERIFY(bundledThemes().contains(QStringLiteral("Dusk")));
+    switchTo(QStringLiteral("Dusk"));
+    QQuickWindow *window = show("SpinBox { objectName: \"box\"; to: 1000000; value: 999999\n"
+                                "font.pixelSize: "
+                                + QByteArray::number(pixelSize) + " }");
+    QVERIFY(window);
+    picture(window);
+    QQuickItem *box = find(window, "box");
+    auto *number = box->property("contentItem").value<QQuickItem *>();
+    QVERIFY(number->width() >= number->implicitWidth());
+    const QRectF room(0, 0, box->width(), box->height());
+    for (const char *end : { "up", "down" }) {
+        auto *indicator = QQmlProperty(box, QLatin1String(end) + QLatin1String(".indicator"))
+                                  .read()
+                                  .value<QQuickItem *>();
+        QVERIFY(indicator);
+        const QRectF area = rectIn(box, indicator);
+        const QRectF sign = rectIn(box, indicator->childItems().constFirst());
+        QCOMPARE(sign.width(), qreal(pixelSize));
+        QVERIFY2(area.contains(sign.adjusted(-margin, -margin, margin, margin)), describe(sign));
+        QVERIFY2(room.contains(area), describe(area));
+        QVERIFY2(!rectIn(box, number).intersects(area), describe(area));
+    }
 }
 
 void tst_Controls::classOfUnknownNameIsNone_data()
