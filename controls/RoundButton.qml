@@ -12,12 +12,14 @@ T.RoundButton {
                                          : flat ? __look.flat : __look.raised
 
     padding: Look.padding
-    horizontalPadding: 2 * padding
     spacing: Look.spacing
     opacity: enabled ? 1 : Look.disabledOpacity
 
+    // A circle around what is not wider than high. Paddings that follow it would lay all out again.
     implicitWidth: Math.max(implicitBackgroundWidth + leftInset + rightInset,
-                            implicitContentWidth + leftPadding + rightPadding)
+                            implicitContentWidth + leftPadding + rightPadding
+                            + (implicitContentWidth > implicitContentHeight ? 2 * padding : 0),
+                            implicitHeight)
     implicitHeight: Math.max(implicitBackgroundHeight + topInset + bottomInset,
                              implicitContentHeight + topPadding + bottomPadding)
 

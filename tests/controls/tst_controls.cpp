@@ -45,6 +45,8 @@ private Q_SLOTS:
     void growsWithTheFont();
     void isHighEnoughToTouch_data();
     void isHighEnoughToTouch();
+    void roundButtonIsRound_data();
+    void roundButtonIsRound();
     void frameOfASpinBoxIsClosed_data();
     void frameOfASpinBoxIsClosed();
     void partsOfASpinBoxHaveRoom_data();
@@ -522,6 +524,51 @@ void tst_Controls::isHighEnoughToTouch()
              qPrintable(QStringLiteral("%1 < %2")
                                 .arg(ours->implicitHeight())
                                 .arg(fusion->implicitHeight())));
+}
+
+void tst_Controls::roundButtonIsRound_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<bool>("isCircle");
+    QTest::newRow("nothing") << QByteArray() << true;
+    QTest::newRow("a narrow letter") << QByteArray("text: \"i\"") << true;
+    QTest::newRow("a sign") << QByteArray("text: \"+\"") << true;
+    QTest::newRow("a wide letter") << QByteArray("text: \"W\"") << true;
+    QTest::newRow("a large sign") << QByteArray("text: \"+\"; font.pixelSize: 60") << true;
+    QTest::newRow("a small sign") << QByteArray("text: \"+\"; font.pixelSize: 8") << true;
+    QTest::newRow("an icon") << QByteArray("icon.source: iconFile") << true;
+    QTest::newRow("a large icon") << QByteArray(
+            "icon.source: iconFile; icon.width: 64; icon.height: 64")
+                                  << true;
+    QTest::newRow("a high icon") << QByteArray("icon.source: iconFile; icon.height: 64") << true;
+    QTest::newRow("an icon above a letter") << QByteArray("text: \"i\"; icon.source: iconFile; "
+                                                          "display: AbstractButton.TextUnderIcon")
+                                            << true;
+    QTest::newRow("a word") << QByteArray("text: \"Settings\"") << false;
+    QTest::newRow("an icon and a word")
+            << QByteArray("text: \"Settings\"; icon.source: iconFile") << false;
+}
+
+/// A circle around what is not wider than high, else a half circle at each end.
+void tst_Controls::roundButtonIsRound()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(bool, isCircle);
+    QVERIFY(bundledThemes().contains(QStringLiteral("Dusk")));
+    switchTo(QStringLiteral("Dusk"));
+    QQuickWindow *window = show("RoundButton { objectName: \"button\"\n" + body + " }");
+    QVERIFY(window);
+    picture(window);
+    QQuickItem *button = find(window, "button");
+    QVERIFY(button->height() >= 32);
+    if (isCircle)
+        QCOMPARE(button->width(), button->height());
+    else
+        QVERIFY(button->width() > button->height());
+    const QObject *background = button->property("background").value<QObject *>();
+    QCOMPARE(background->property("radius").toReal(), button->height() / 2);
+    const QStringList cut = cutTexts(button, button);
+    QVERIFY2(cut.isEmpty(), qPrintable(cut.join(QLatin1Char('\n'))));
 }
 
 void tst_Controls::frameOfASpinBoxIsClosed_data()
