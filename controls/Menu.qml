@@ -27,6 +27,13 @@ T.Menu {
     }
 
     contentItem: ListView {
+        // Not by what the items take: the template makes each as wide as the menu.
+        implicitWidth: {
+            let widest = 0
+            for (let i = 0; i < control.count; ++i)
+                widest = Math.max(widest, control.itemAt(i).implicitWidth)
+            return widest
+        }
         implicitHeight: contentHeight
         model: control.contentModel
         interactive: Window.window ? contentHeight + control.topPadding + control.bottomPadding

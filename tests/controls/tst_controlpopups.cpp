@@ -25,6 +25,9 @@ private Q_SLOTS:
     void ownFontAndPaletteWin_data();
     void ownFontAndPaletteWin();
     void popupInAPlainWindow();
+    void menuIsAsWideAsItsWidestItem_data();
+    void menuIsAsWideAsItsWidestItem();
+    void menuStaysInItsWindow();
 
 private:
     QQuickWindow *showPopup(const QByteArray &body);
@@ -265,6 +268,88 @@ void tst_ControlPopups::popupInAPlainWindow()
                  current().colors()->foreground());
 #endif
     }
+}
+
+void tst_ControlPopups::menuIsAsWideAsItsWidestItem_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    // Each of them is wider while the window is generous.
+    QTest::newRow("a longer text")
+            << QByteArray("MenuItem { text: \"Cut\" } MenuItem { text: window.isGenerous ? "
+                          "\"Settings of the whole window\" : \"Settings\" } MenuSeparator { }");
+    QTest::newRow("a longer text of an action")
+            << QByteArray("Action { text: window.isGenerous ? \"Settings of the whole window\" : "
+                          "\"Settings\" } MenuItem { text: \"Cut\" }");
+    QTest::newRow("a longer title of a sub-menu")
+            << QByteArray("MenuItem { text: \"Cut\" } Menu { title: window.isGenerous ? "
+                          "\"Settings of the whole window\" : \"Settings\" }");
+    QTest::newRow("a larger font")
+            << QByteArray("font.pixelSize: window.isGenerous ? 44 : 14; MenuItem { text: \"Cut\" } "
+                          "MenuItem { text: \"Settings\" }");
+    QTest::newRow("a box to be checked")
+            << QByteArray("MenuItem { text: \"Settings of a window\"; checkable: "
+                          "window.isGenerous } MenuItem { text: \"Cut\" }");
+    QTest::newRow("one item more")
+            << QByteArray("MenuItem { text: \"Cut\" }\n"
+                          "Instantiator { active: window.isGenerous\n"
+                          "MenuItem { text: \"Settings of the whole window\" }\n"
+                          "onObjectAdded: function(index, item) { popup.addItem(item) }\n"
+                          "onObjectRemoved: function(index, item) { popup.removeItem(item) } }");
+}
+
+/// At once, and narrower again, whether it is open meanwhile or not; and all its items are as wide.
+void tst_ControlPopups::menuIsAsWideAsItsWidestItem()
+{
+    QFETCH(QByteArray, content);
+    makeCurrent(QStringLiteral("first.thm"), m_first);
+    QQuickWindow *window = showPopup("property bool isGenerous: false\n"
+                                     "Menu { id: popup\n"
+                                     + content + " }");
+    QVERIFY(window);
+    auto *menu = window->property("popup").value<QObject *>();
+    const auto itemAt = [menu](int index) {
+        QQuickItem *item = nullptr;
+        QMetaObject::invokeMethod(menu, "itemAt",
+                                  Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, index));
+        return item;
+    };
+    const auto check = [menu, itemAt]() {
+        qreal widest = 0;
+        const int count = menu->property("count").toInt();
+        for (int i = 0; i < count; ++i)
+            widest = std::max(widest, itemAt(i)->implicitWidth());
+        QVERIFY(widest > 0);
+        QCOMPARE(menu->property("availableWidth").toReal(), widest);
+        for (int i = 0; i < count; ++i)
+            QCOMPARE(itemAt(i)->width(), widest);
+    };
+    open(window);
+    check();
+    const qreal narrow = menu->property("width").toReal();
+    for (const bool isOpen : { true, false }) {
+        for (const bool isGenerous : { true, false }) {
+            if (!isOpen)
+                close(window);
+            window->setProperty("isGenerous", isGenerous);
+            open(window);
+            check();
+            if (isGenerous)
+                QVERIFY(menu->property("width").toReal() > narrow);
+            else
+                QCOMPARE(menu->property("width").toReal(), narrow);
+        }
+    }
+}
+
+void tst_ControlPopups::menuStaysInItsWindow()
+{
+    makeCurrent(QStringLiteral("first.thm"), m_first);
+    QQuickWindow *window = showPopup("Menu { id: popup; MenuItem { text: \"Cut\" }\n"
+                                     "MenuItem { text: \"word \".repeat(60) } }");
+    QVERIFY(window);
+    open(window);
+    QCOMPARE(window->property("popup").value<QObject *>()->property("width").toReal(),
+             qreal(window->width()));
 }
 
 TAVOLINS_TEST_MAIN(tst_ControlPopups)
