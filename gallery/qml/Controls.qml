@@ -178,7 +178,8 @@ Pane {
                 Page {
                     Layout.alignment: Qt.AlignTop
                     Layout.preferredWidth: 360
-                    Layout.preferredHeight: 190
+                    Layout.preferredHeight: implicitHeaderHeight + implicitFooterHeight
+                                            + scrolled.topPadding + 3 * lines.implicitHeight / lines.lineCount
                     header: ColumnLayout {
                         spacing: 0
 
@@ -214,10 +215,17 @@ Pane {
                         SplitView {
                             Pane { SplitView.preferredWidth: 90; Label { text: "Split" } }
                             ScrollView {
+                                id: scrolled
+
                                 ScrollBar.vertical.policy: ScrollBar.AlwaysOn
                                 padding: 10
+                                bottomPadding: 0
 
-                                Label { text: "a\nview\nto\nbe\nscrolled\nfar\ndown" }
+                                Label {
+                                    id: lines
+
+                                    text: "a\nview\nto\nbe\nscrolled\nfar\ndown"
+                                }
                             }
                         }
                         StackView { initialItem: Pane { Label { text: "Stack" } } }
