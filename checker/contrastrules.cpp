@@ -274,7 +274,7 @@ private:
         }
         for (const QVector<QColor> &texts : { all, needed }) {
             for (const QColor &text : texts) {
-                const QColor candidate = Contrast::nearestPassing(
+                QColor candidate = Contrast::nearestPassing(
                         surface, Contrast::blended(text, surface), m_context.contrast);
                 if (candidate.isValid() && passOn(candidate, texts))
                     return candidate;

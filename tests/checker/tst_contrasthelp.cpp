@@ -188,9 +188,11 @@ void tst_ContrastHelp::followEach(const Files &files, int *mended)
             remaining = problemsOf(next);
             const QSet<QString> expected = before - namesOf({ problem }, current);
             const QSet<QString> created = namesOf(remaining, next) - expected;
-            const QStringList texts{ QStringList(created.values()).join(QLatin1String(", ")),
-                                     problem.message, problem.help.join(QLatin1Char('\n')),
-                                     QString::fromUtf8(next.first()) };
+            const QStringList texts{
+                QStringList(created.cbegin(), created.cend()).join(QLatin1String(", ")),
+                problem.message, problem.help.join(QLatin1Char('\n')),
+                QString::fromUtf8(next.first())
+            };
             QVERIFY2(created.isEmpty(), qPrintable(texts.join(QLatin1Char('\n'))));
             ++*mended;
         }

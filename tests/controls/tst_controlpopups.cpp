@@ -309,8 +309,8 @@ void tst_ControlPopups::menuIsAsWideAsItsWidestItem()
     auto *menu = window->property("popup").value<QObject *>();
     const auto itemAt = [menu](int index) {
         QQuickItem *item = nullptr;
-        QMetaObject::invokeMethod(menu, "itemAt",
-                                  Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, index));
+        QMetaObject::invokeMethod(menu, "itemAt", QGenericReturnArgument("QQuickItem*", &item),
+                                  Q_ARG(int, index));
         return item;
     };
     const auto check = [menu, itemAt]() {
